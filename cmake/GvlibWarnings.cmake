@@ -1,0 +1,11 @@
+# Compiler settings shared by every target of the project.
+add_library(gvlib_build_options INTERFACE)
+target_compile_options(gvlib_build_options INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor)
+if(GVLIB_WERROR)
+  target_compile_options(gvlib_build_options INTERFACE -Werror)
+endif()
+if(GVLIB_SANITIZE)
+  target_compile_options(gvlib_build_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(gvlib_build_options INTERFACE -fsanitize=address,undefined)
+endif()

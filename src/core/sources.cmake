@@ -1,0 +1,3 @@
+target_sources(gvlib PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/GVObject.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVObjectFactory.cpp)

@@ -1,0 +1,13 @@
+target_sources(gvlib PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/afxarchive.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/afxexcept.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/afxfile.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/afxstr.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/codepage.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/compare_string.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/crt_format.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/crt_text.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/string_table.cpp)
