@@ -1,1 +1,46 @@
-// placeholder
+// CGVObject's default operations and the free stream operators.
+#include "gvlib/core/GVObject.h"
+
+#include <istream>
+#include <ostream>
+
+CGVObject::~CGVObject() = default;
+
+CGVObject* CGVObject::mCopy() const { return nullptr; }
+
+CGVObject* CGVObject::mNew() const { return nullptr; }
+
+void CGVObject::mClear() {}
+
+CGVObject& CGVObject::operator=(CGVObject const&) {
+    // Hosts catch this as a plain character pointer.
+    throw "unsupported conversion";
+}
+
+int32_t CGVObject::mCompare(CGVObject const*) const { return 0; }
+
+int32_t CGVObject::mVisit(CGVObjectVisitor*, int32_t) { return 0; }
+
+void CGVObject::mConvertFromDBVariant(CDBVariant const&) {}
+
+void CGVObject::mConvertFromOleVariant(COleVariant const&) {}
+
+void CGVObject::mConvertToOleVariant(COleVariant*) const {}
+
+void CGVObject::Serialize(std::ostream&) {}
+
+void CGVObject::Serialize(std::istream&) {}
+
+void CGVObject::Serialize(CArchive&) {}
+
+std::ostream& operator<<(std::ostream& os, CGVObject& obj) {
+    obj.Serialize(os);
+    return os;
+}
+
+std::istream& operator>>(std::istream& is, CGVObject& obj) {
+    char tag;
+    is >> tag;  // the writer's type tag; neither checked nor used
+    obj.Serialize(is);
+    return is;
+}

@@ -1,1 +1,27 @@
-// placeholder
+// CGVObject::mNew(std::istream&): builds the object that a type tag names.
+#include <istream>
+
+#include "gvlib/core/GVObject.h"
+#include "gvlib/string/GVString.h"
+
+namespace {
+
+CGVObject* NewForTag(char tag) {
+    switch (tag) {
+    case 'T':
+        return new CGVString;
+    default:
+        return nullptr;
+    }
+}
+
+}  // namespace
+
+CGVObject* CGVObject::mNew(std::istream& is) {
+    char tag = 0;
+    is >> tag;  // stays 0 on an exhausted stream
+    CGVObject* obj = NewForTag(tag);
+    if (obj != nullptr)
+        obj->Serialize(is);
+    return obj;
+}

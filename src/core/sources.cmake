@@ -1,3 +1,4 @@
 target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVObject.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVObjectFactory.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVObjectFactory.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/stream_io.cpp)

@@ -2,6 +2,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/afxarchive.cpp
   ${CMAKE_CURRENT_LIST_DIR}/afxexcept.cpp
   ${CMAKE_CURRENT_LIST_DIR}/afxfile.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/afxobject.cpp
   ${CMAKE_CURRENT_LIST_DIR}/afxstr.cpp
   ${CMAKE_CURRENT_LIST_DIR}/codepage.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string.cpp

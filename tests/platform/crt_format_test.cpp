@@ -1,2 +1,66 @@
-// placeholder
+// printf-style formatting as the original runtime produced it.
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "gvlib/platform/afxstr.h"
+
+namespace {
+
+struct Row {
+    const char* format;
+    double value;
+    const char* want;
+};
+
+}  // namespace
+
+TEST(CrtFormat, FloatsRoundHalfUpOnSeventeenDigits) {
+    const Row rows[] = {
+        {"%.1f", 0.25, "0.3"},      {"%.2f", 0.125, "0.13"},     {"%.0f", 2.5, "3"},
+        {"%.0f", 0.5, "1"},         {"%.1f", 0.05, "0.1"},       {"%.1f", 0.15, "0.1"},
+        {"%.1f", 0.35, "0.3"},      {"%.1f", -0.25, "-0.3"},     {"%.1f", 0.0, "0.0"},
+        {"%.1f", 9.96, "10.0"},     {"%.2f", 1e-9, "0.00"},      {"%.1f", 0.04, "0.0"},
+        {"%f", 1.0 / 3, "0.333333"}, {"%.1f", 123456.75, "123456.8"}, {"%.3f", 1e20, "100000000000000000000.000"},
+        {"%e", 1.0, "1.000000e+000"}, {"%.2e", 12345.0, "1.23e+004"}, {"%E", 1e-300, "1.000000E-300"},
+        {"%g", 0.0001, "0.0001"},    {"%g", 0.00001, "1e-005"},   {"%g", 1234567.0, "1.23457e+006"},
+        {"%g", 100.0, "100"},        {"%.1f", 0.5, "0.5"},        {"%8.2f", 3.14159, "    3.14"},
+        {"%-8.1f|", 2.0, "2.0     |"}, {"%+.1f", 1.0, "+1.0"},     {"%08.2f", -1.5, "-0001.50"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.format);
+        SCOPED_TRACE(row.want);
+        CString s;
+        s.Format(row.format, row.value);
+        EXPECT_STREQ(row.want, s);
+    }
+}
+
+TEST(CrtFormat, SpecialValuesUseTheOriginalSpelling) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const Row rows[] = {
+        {"%f", inf, "1.#INF00"},
+        {"%.2f", inf, "1.#J"},
+        {"%f", -inf, "-1.#INF00"},
+        {"%.1f", std::numeric_limits<double>::quiet_NaN(), "1.$"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.want);
+        CString s;
+        s.Format(row.format, row.value);
+        EXPECT_STREQ(row.want, s);
+    }
+}
+
+TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
+    CString s;
+    // 'l' is 32-bit there; a 32-bit value passed for %ld must print as itself.
+    s.Format("%ld|%lu|%hd|%I64d|%lld|%x|%05d|%-4d|%+d", int32_t{-5}, uint32_t{4000000000u}, 70000,
+             static_cast<long long>(-9000000000LL), 1LL, 255, 42, 7, 3);
+    EXPECT_STREQ("-5|4000000000|4464|-9000000000|1|ff|00042|7   |+3", s);
+    s.Format("%s|%.2s|%5s|%c|%%|%S", "abc", "abc", "ab", 'z', L"w\u00e9");
+    EXPECT_STREQ("abc|ab|   ab|z|%|w\xE9", s);
+    s.Format("%s", static_cast<const char*>(nullptr));
+    EXPECT_STREQ("(null)", s);
+}

@@ -1,2 +1,63 @@
-// placeholder
+// CGVString's text stream and archive forms.
 #include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "gvlib/string/GVString.h"
+
+namespace {
+
+std::string Written(CGVString& s) {
+    std::ostringstream os;
+    os << s;
+    return os.str();
+}
+
+}  // namespace
+
+TEST(CGVStringText, BodiesAreCountedSoAnyTextRoundTrips) {
+    const std::string texts[] = {"", "a b", " lead", "trail ", "line\nend\r\n", "42 is a number", "\xFF\x80", "T3 x"};
+    for (const std::string& text : texts) {
+        SCOPED_TRACE(text);
+        CGVString s(text.c_str());
+        std::string form = Written(s);
+        EXPECT_EQ("T" + std::to_string(text.size()) + " " + text + " ", form);
+        std::istringstream is(form);
+        CGVString back("old");
+        is >> back;
+        EXPECT_STREQ(text.c_str(), back);
+        EXPECT_TRUE(is.good());
+    }
+}
+
+TEST(CGVStringText, ExactForms) {
+    CGVString empty;
+    EXPECT_EQ("T0  ", Written(empty));
+    CGVString withNul;
+    withNul.SetString("ab\0cd", 5);
+    EXPECT_EQ("T2 ab ", Written(withNul));
+}
+
+TEST(CGVStringText, DamagedBodies) {
+    struct Row {
+        const char* input;
+        const char* want;
+        bool failed;
+    } rows[] = {
+        {"Tx abc ", "", true},            // no length: empty, stream failed
+        {"T-5 abcdef", "", false},        // negative length reads nothing
+        {"T5 ab", "ab", true},            // truncated: what was there
+        {"T2000000000 0123456789", "0123456789", true},  // huge length: no huge allocation
+        {"T99999999999 ab", "", true},    // length out of range
+        {"T", "", true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.input);
+        std::istringstream is(row.input);
+        CGVString s("old");
+        is >> s;
+        EXPECT_STREQ(row.want, s);
+        EXPECT_EQ(row.failed, is.fail());
+    }
+}

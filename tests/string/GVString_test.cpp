@@ -1,2 +1,177 @@
-// placeholder
+// CGVString: element access, operators, substrings, value slots, conversions.
 #include <gtest/gtest.h>
+
+#include <vector>
+
+#include "gvlib/platform/afxdb.h"
+#include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/afxexcept.h"
+#include "gvlib/string/GVString.h"
+
+TEST(CGVString, ElementAccessPastTheEndAnswersNul) {
+    CGVString s("abc");
+    EXPECT_EQ('\0', s.GetAt(3));
+    EXPECT_EQ('\0', s[3]);
+    EXPECT_EQ('\0', s.GetAt(1000));
+    s.SetAt(3, 'x');
+    s.SetAt(1000, 'x');
+    EXPECT_STREQ("abc", s);
+    s.SetAt(1, 'B');
+    EXPECT_STREQ("aBc", s);
+    EXPECT_THROW(s.GetAt(-1), CInvalidArgException);
+    EXPECT_THROW(s[-1], CInvalidArgException);
+    EXPECT_THROW(s.SetAt(-1, 'x'), CInvalidArgException);
+}
+
+TEST(CGVString, CopiesShareStorage) {
+    CGVString a("shared");
+    CGVString b(a);
+    EXPECT_EQ(a.GetString(), b.GetString());
+    CGVString c;
+    c = a;
+    EXPECT_EQ(a.GetString(), c.GetString());
+    c += "!";
+    EXPECT_NE(a.GetString(), c.GetString());
+    EXPECT_STREQ("shared", a);
+}
+
+TEST(CGVString, AllThirtyComparisonOperatorsFollowCompare) {
+    const char* texts[] = {"", "a", "abc", "abd", "B", "\xE4"};
+    for (const char* l : texts) {
+        for (const char* r : texts) {
+            SCOPED_TRACE(std::string(l) + " vs " + r);
+            CGVString ls(l), rs(r);
+            const CGVString& cls = ls;
+            int c = ls.Compare(r);
+            std::vector<int> want = {c == 0, c != 0, c < 0, c > 0, c <= 0, c >= 0};
+            std::vector<int> members = {ls == rs, ls != rs, ls < rs, ls > rs, ls <= rs, ls >= rs};
+            std::vector<int> memberText = {ls == r, ls != r, ls < r, ls > r, ls <= r, ls >= r};
+            std::vector<int> freeBoth = {cls == rs, cls != rs, cls < rs, cls > rs, cls <= rs, cls >= rs};
+            std::vector<int> freeText = {cls == r, cls != r, cls < r, cls > r, cls <= r, cls >= r};
+            // With the text on the left the sense is reversed: "l < s" is "s > l".
+            std::vector<int> textLeft = {l == rs, l != rs, l < rs, l > rs, l <= rs, l >= rs};
+            int rc = rs.Compare(l);
+            std::vector<int> wantLeft = {rc == 0, rc != 0, rc > 0, rc < 0, rc >= 0, rc <= 0};
+            EXPECT_EQ(want, members);
+            EXPECT_EQ(want, memberText);
+            EXPECT_EQ(want, freeBoth);
+            EXPECT_EQ(want, freeText);
+            EXPECT_EQ(wantLeft, textLeft);
+        }
+    }
+}
+
+TEST(CGVString, SubstringsAndConcatenationsStopAtTheFirstNul) {
+    CGVString s;
+    s.SetString("ab\0cd", 5);
+    ASSERT_EQ(5, s.GetLength());
+    CGVString copy(s);
+    EXPECT_EQ(5, copy.GetLength());
+    EXPECT_EQ(2, s.Mid(0).GetLength());
+    EXPECT_EQ(0, s.Mid(2, 2).GetLength());  // "\0c" is cut at its NUL
+    EXPECT_EQ(2, s.Left(5).GetLength());
+    EXPECT_EQ(2, s.Right(2).GetLength());
+    EXPECT_EQ(2, (s + "x").GetLength());
+    EXPECT_EQ(3, ("x" + s).GetLength());
+    EXPECT_EQ(2, (s + 'x').GetLength());
+    EXPECT_STREQ("xab", 'x' + s);
+    EXPECT_STREQ("ab", s + CGVString("z").Left(0));
+}
+
+TEST(CGVString, SubstringsClampLikeThePlatform) {
+    CGVString s("abcdef");
+    EXPECT_STREQ("cdef", s.Mid(2));
+    EXPECT_STREQ("abcdef", s.Mid(-1));
+    EXPECT_STREQ("", s.Mid(10, 2));
+    EXPECT_STREQ("ef", s.Right(2));
+    EXPECT_STREQ("", s.Left(-4));
+}
+
+TEST(CGVString, ValueSlots) {
+    CGVString s("text");
+    s.mClear();
+    EXPECT_STREQ("text", s);  // clearing is the root's, which does nothing
+    CGVObject* copy = s.mCopy();
+    ASSERT_NE(nullptr, dynamic_cast<CGVString*>(copy));
+    EXPECT_STREQ("text", *static_cast<CGVString*>(copy));
+    CGVObject* empty = s.mNew();
+    EXPECT_STREQ("", *static_cast<CGVString*>(empty));
+    CGVObject& root = *empty;
+    root = s;  // assignment through the root copies another string
+    EXPECT_STREQ("text", *static_cast<CGVString*>(empty));
+    delete copy;
+    delete empty;
+}
+
+TEST(CGVString, ConversionFromDatabaseVariants) {
+    struct Row {
+        DWORD type;
+        double value;
+        const char* want;
+    } rows[] = {
+        {DBVT_SHORT, -3, "-3"},   {DBVT_LONG, -7, "-7"},     {DBVT_SINGLE, 0.5, "0.5"},
+        {DBVT_DOUBLE, 0.25, "0.3"}, {DBVT_BOOL, 1, "keep"},  {DBVT_UCHAR, 9, "keep"},
+        {DBVT_NULL, 0, "keep"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.want);
+        CDBVariant v;
+        v.m_dwType = row.type;
+        switch (row.type) {
+        case DBVT_SHORT:
+            v.m_iVal = static_cast<short>(row.value);
+            break;
+        case DBVT_LONG:
+            v.m_lVal = static_cast<int32_t>(row.value);
+            break;
+        case DBVT_SINGLE:
+            v.m_fltVal = static_cast<float>(row.value);
+            break;
+        case DBVT_DOUBLE:
+            v.m_dblVal = row.value;
+            break;
+        default:
+            v.m_lVal = static_cast<int32_t>(row.value);
+            break;
+        }
+        CGVString s("keep");
+        s.mConvertFromDBVariant(v);
+        EXPECT_STREQ(row.want, s);
+    }
+    CDBVariant text;
+    text.m_dwType = DBVT_WSTRING;
+    text.m_pstringW = new CStringW(L"\u20ac1");
+    CGVString s;
+    s.mConvertFromDBVariant(text);
+    EXPECT_STREQ("\x80" "1", s);
+}
+
+TEST(CGVString, ConversionFromOleVariants) {
+    CGVString s("keep");
+    s.mConvertFromOleVariant(COleVariant(int32_t{42}));
+    EXPECT_STREQ("42", s);
+    s.mConvertFromOleVariant(COleVariant(2.25f));
+    EXPECT_STREQ("2.3", s);
+    s.mConvertFromOleVariant(COleVariant(short{5}));  // VT_I2 is not converted
+    EXPECT_STREQ("2.3", s);
+    COleVariant nullText;
+    nullText.vt = VT_BSTR;
+    nullText.bstrVal = nullptr;
+    s.mConvertFromOleVariant(nullText);
+    EXPECT_STREQ("2.3", s);
+}
+
+TEST(CGVString, OleVariantRoundTripKeepsNarrowBytes) {
+    CGVString s("h\xE9 there");
+    COleVariant v(int32_t{1});
+    s.mConvertToOleVariant(&v);
+    ASSERT_EQ(VT_BSTR, v.vt);
+    EXPECT_EQ(static_cast<UINT>(s.GetLength()), SysStringByteLen(v.bstrVal));
+    CGVString back;
+    back.mConvertFromOleVariant(v);
+    EXPECT_STREQ(s, back);
+    // A wide BSTR read as narrow text stops after its first character.
+    COleVariant wide("AB");
+    back.mConvertFromOleVariant(wide);
+    EXPECT_STREQ("A", back);
+}

@@ -132,6 +132,9 @@ public:
     void AppendFormat(PCXSTR pszFormat, ...);
     void AppendFormatV(PCXSTR pszFormat, va_list args);
 
+    /// The text converted to a new wide BSTR, which the caller frees with SysFreeString.
+    BSTR AllocSysString() const;
+
     /// Replaces the text with string-table entry nID; 0 and unchanged when there is none.
     BOOL LoadString(UINT nID);
 
