@@ -1,1 +1,232 @@
-// placeholder
+// CompareStringA: locale comparison of Windows-1252 text through ICU collation,
+// shaped into the Windows word sort; and the user's default locale.
+#include <unicode/ucol.h>
+#include <unicode/uloc.h>
+
+#include <atomic>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "gvlib/platform/gvplatform.h"
+#include "gvlib/platform/winnls.h"
+#include "platform/codepage.h"
+
+namespace {
+
+constexpr LCID kEnglishUnitedStates = 1033;
+std::atomic<uint32_t> g_userDefaultLcid{kEnglishUnitedStates};
+
+// Kana type and width cannot differ in Windows-1252 text: those flags change nothing.
+constexpr DWORD kSupportedFlags = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS |
+                                  NORM_IGNOREKANATYPE | NORM_IGNOREWIDTH | SORT_STRINGSORT;
+// The flags that shape the collator itself; the others act around it.
+constexpr DWORD kCollatorFlags = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS;
+
+bool IsDefaultAlias(LCID lcid) {
+    return lcid == LOCALE_NEUTRAL || lcid == LOCALE_USER_DEFAULT || lcid == LOCALE_SYSTEM_DEFAULT;
+}
+
+LCID ResolveLcid(LCID lcid) {
+    if (!IsDefaultAlias(lcid))
+        return lcid;
+    const LCID user = g_userDefaultLcid.load(std::memory_order_relaxed);
+    return IsDefaultAlias(user) ? kEnglishUnitedStates : user;
+}
+
+// The ICU locale an LCID names. ICU falls back on the language alone for an LCID it
+// does not know (0x3039 gives Hindi), which Windows would refuse, so only an LCID
+// that ICU maps back to itself counts as known.
+bool LocaleForLcid(LCID lcid, std::string& locale) {
+    if (lcid == LOCALE_INVARIANT) {
+        locale.clear();  // the root collation, not ICU's en_US_POSIX
+        return true;
+    }
+    char name[ULOC_FULLNAME_CAPACITY];
+    UErrorCode err = U_ZERO_ERROR;
+    const int32_t length = uloc_getLocaleForLCID(lcid, name, sizeof name, &err);
+    if (U_FAILURE(err) || err == U_STRING_NOT_TERMINATED_WARNING || length <= 0 || uloc_getLCID(name) != lcid)
+        return false;
+    locale.assign(name, static_cast<std::size_t>(length));
+    return true;
+}
+
+// ---- collators -----------------------------------------------------------------------
+
+struct CollatorCloser {
+    void operator()(UCollator* c) const noexcept { ucol_close(c); }
+};
+using CollatorPtr = std::unique_ptr<UCollator, CollatorCloser>;
+
+void SetAttribute(UCollator* c, UColAttribute attribute, UColAttributeValue value, UErrorCode& err) {
+    ucol_setAttribute(c, attribute, value, &err);
+}
+
+CollatorPtr OpenCollator(const std::string& locale, DWORD flags) {
+    UErrorCode err = U_ZERO_ERROR;
+    CollatorPtr c(ucol_open(locale.c_str(), &err));
+    if (U_FAILURE(err) || !c)
+        return nullptr;
+    const bool ignoreCase = (flags & NORM_IGNORECASE) != 0;
+    const bool ignoreAccents = (flags & NORM_IGNORENONSPACE) != 0;
+    UColAttributeValue strength = UCOL_TERTIARY;
+    if (ignoreAccents)
+        strength = UCOL_PRIMARY;
+    else if (ignoreCase)
+        strength = UCOL_SECONDARY;
+    SetAttribute(c.get(), UCOL_STRENGTH, strength, err);
+    // Ignoring accents alone still tells 'a' from 'A'.
+    SetAttribute(c.get(), UCOL_CASE_LEVEL, ignoreAccents && !ignoreCase ? UCOL_ON : UCOL_OFF, err);
+    if (flags & NORM_IGNORESYMBOLS) {
+        // Shifted up to the currency signs: spaces, punctuation and every symbol drop out.
+        SetAttribute(c.get(), UCOL_ALTERNATE_HANDLING, UCOL_SHIFTED, err);
+        ucol_setMaxVariable(c.get(), UCOL_REORDER_CODE_CURRENCY, &err);
+    } else {
+        SetAttribute(c.get(), UCOL_ALTERNATE_HANDLING, UCOL_NON_IGNORABLE, err);
+    }
+    return U_SUCCESS(err) ? std::move(c) : nullptr;
+}
+
+// One collator per (locale, flags), opened on first use and kept for the life of the
+// process: comparisons run inside sorts and must not open one each. ICU collators
+// may be shared between threads for comparing; the lock guards only the map, and a
+// thread remembers its last collator so that a sort takes no lock at all.
+UCollator* CachedCollator(LCID lcid, DWORD flags) {
+    const uint64_t key = (static_cast<uint64_t>(lcid) << 32) | (flags & kCollatorFlags);
+    thread_local uint64_t lastKey = UINT64_MAX;
+    thread_local UCollator* lastCollator = nullptr;
+    if (key == lastKey)
+        return lastCollator;
+
+    static std::mutex mutex;
+    static std::map<uint64_t, CollatorPtr> cache;
+    std::lock_guard<std::mutex> lock(mutex);
+    auto it = cache.find(key);
+    if (it == cache.end()) {
+        std::string locale;
+        if (!LocaleForLcid(lcid, locale))
+            return nullptr;  // not cached: unknown locales cannot fill the map
+        CollatorPtr c = OpenCollator(locale, flags);
+        if (!c)
+            return nullptr;
+        it = cache.emplace(key, std::move(c)).first;
+    }
+    lastKey = key;
+    lastCollator = it->second.get();
+    return lastCollator;
+}
+
+// ---- word sort -------------------------------------------------------------------------
+
+// Hyphen and apostrophe in the word sort: left out of the main comparison and
+// remembered by position, to break an otherwise equal tie.
+struct SpecialMark {
+    int32_t position;
+    int32_t weight;  // apostrophe before hyphen
+    bool operator<(const SpecialMark& o) const {
+        return position != o.position ? position < o.position : weight < o.weight;
+    }
+    bool operator==(const SpecialMark& o) const { return position == o.position && weight == o.weight; }
+};
+
+int32_t SpecialWeight(unsigned char byte) {
+    if (byte == '\'')
+        return 1;
+    if (byte == '-')
+        return 2;
+    return 0;
+}
+
+// Decodes Windows-1252 to UTF-16; with `marks`, hyphens and apostrophes go there instead.
+void Decode(const char* text, int32_t count, std::u16string& units, std::vector<SpecialMark>* marks) {
+    const auto& table = gvplatform::detail::Cp1252ToUtf16Table();
+    units.clear();
+    if (marks)
+        marks->clear();
+    for (int32_t i = 0; i < count; ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const int32_t weight = marks ? SpecialWeight(byte) : 0;
+        if (weight != 0)
+            marks->push_back({i, weight});
+        else
+            units.push_back(table[byte]);
+    }
+}
+
+// The tie-break: no marks first, then mark by mark, a shorter list before a longer.
+int CompareMarks(const std::vector<SpecialMark>& a, const std::vector<SpecialMark>& b) {
+    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {
+        if (!(a[i] == b[i]))
+            return a[i] < b[i] ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+    }
+    if (a.size() == b.size())
+        return CSTR_EQUAL;
+    return a.size() < b.size() ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+}
+
+int ToCstr(UCollationResult r) {
+    if (r == UCOL_LESS)
+        return CSTR_LESS_THAN;
+    return r == UCOL_EQUAL ? CSTR_EQUAL : CSTR_GREATER_THAN;
+}
+
+// A negative count means NUL-terminated; answers -1 for text too long to count.
+int32_t CountOf(const char* text, int count) {
+    if (count >= 0)
+        return count;
+    const std::size_t length = std::strlen(text);
+    return length > static_cast<std::size_t>(INT32_MAX) ? -1 : static_cast<int32_t>(length);
+}
+
+int Fail(DWORD error) {
+    SetLastError(error);
+    return 0;
+}
+
+}  // namespace
+
+// ---- Win32 interface -------------------------------------------------------------------
+
+namespace gvplatform {
+
+void SetUserDefaultLCID(uint32_t lcid) { g_userDefaultLcid.store(lcid, std::memory_order_relaxed); }
+
+}  // namespace gvplatform
+
+LCID GetUserDefaultLCID() { return ResolveLcid(LOCALE_USER_DEFAULT); }
+
+LCID GetSystemDefaultLCID() { return ResolveLcid(LOCALE_SYSTEM_DEFAULT); }
+
+int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount1, LPCSTR lpString2, int cchCount2) {
+    if (!lpString1 || !lpString2)
+        return Fail(ERROR_INVALID_PARAMETER);
+    if ((dwCmpFlags & ~kSupportedFlags) != 0)
+        return Fail(ERROR_INVALID_FLAGS);
+    const int32_t count1 = CountOf(lpString1, cchCount1);
+    const int32_t count2 = CountOf(lpString2, cchCount2);
+    if (count1 < 0 || count2 < 0)
+        return Fail(ERROR_INVALID_PARAMETER);
+    UCollator* collator = CachedCollator(ResolveLcid(Locale), dwCmpFlags);
+    if (!collator)
+        return Fail(ERROR_INVALID_PARAMETER);
+
+    // Ignoring symbols drops hyphen and apostrophe with the rest; the string sort
+    // keeps them as ordinary symbols. Only the word sort sets them apart.
+    const bool wordSort = (dwCmpFlags & (SORT_STRINGSORT | NORM_IGNORESYMBOLS)) == 0;
+    // Kept per thread so that a comparison inside a sort allocates nothing.
+    thread_local std::u16string units1, units2;
+    thread_local std::vector<SpecialMark> marks1, marks2;
+    Decode(lpString1, count1, units1, wordSort ? &marks1 : nullptr);
+    Decode(lpString2, count2, units2, wordSort ? &marks2 : nullptr);
+    const UCollationResult main =
+        ucol_strcoll(collator, reinterpret_cast<const UChar*>(units1.data()), static_cast<int32_t>(units1.size()),
+                     reinterpret_cast<const UChar*>(units2.data()), static_cast<int32_t>(units2.size()));
+    if (main != UCOL_EQUAL || !wordSort)
+        return ToCstr(main);
+    return CompareMarks(marks1, marks2);
+}

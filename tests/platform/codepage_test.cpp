@@ -1,2 +1,180 @@
-// placeholder
+// Code-page conversion: Windows-1252 both ways, UTF-8, other ICU pages, and the
+// Win32 conventions for sizes, short buffers and bad arguments.
 #include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+
+#include "gvlib/platform/winnls.h"
+
+namespace {
+
+std::string ToNarrow(UINT page, const std::wstring& wide, BOOL* usedDefault = nullptr, LPCSTR defaultChar = nullptr) {
+    const int n = WideCharToMultiByte(page, 0, wide.data(), static_cast<int>(wide.size()), nullptr, 0, defaultChar,
+                                      usedDefault);
+    std::string out(static_cast<std::size_t>(n), '\0');
+    if (n > 0) {
+        EXPECT_EQ(n, WideCharToMultiByte(page, 0, wide.data(), static_cast<int>(wide.size()), out.data(), n,
+                                         defaultChar, usedDefault));
+    }
+    return out;
+}
+
+std::wstring ToWide(UINT page, const std::string& narrow, DWORD flags = 0) {
+    const int n = MultiByteToWideChar(page, flags, narrow.data(), static_cast<int>(narrow.size()), nullptr, 0);
+    std::wstring out(static_cast<std::size_t>(n), L'\0');
+    if (n > 0) {
+        EXPECT_EQ(n, MultiByteToWideChar(page, flags, narrow.data(), static_cast<int>(narrow.size()), out.data(), n));
+    }
+    return out;
+}
+
+}  // namespace
+
+TEST(CodePage, EveryByteOf1252SurvivesARoundTrip) {
+    std::string all;
+    for (int b = 0; b < 256; ++b)
+        all.push_back(static_cast<char>(b));
+    for (UINT page : {UINT{CP_ACP}, UINT{CP_THREAD_ACP}, UINT{1252}}) {
+        SCOPED_TRACE(page);
+        const std::wstring wide = ToWide(page, all);
+        ASSERT_EQ(wide.size(), 256u);
+        EXPECT_EQ(wide[0x80], L'\u20AC');
+        EXPECT_EQ(wide[0x9F], L'\u0178');
+        for (int hole : {0x81, 0x8D, 0x8F, 0x90, 0x9D})
+            EXPECT_EQ(static_cast<int>(wide[static_cast<std::size_t>(hole)]), hole);
+        BOOL used = TRUE;
+        EXPECT_EQ(ToNarrow(page, wide, &used), all);
+        EXPECT_FALSE(used);
+    }
+}
+
+TEST(CodePage, CharactersMissingFrom1252BecomeTheDefaultChar) {
+    struct Row {
+        wchar_t in;
+        char out;
+        BOOL used;
+    };
+    const Row rows[] = {
+        {L'\u20AC', '\x80', FALSE}, {L'\u00E4', '\xE4', FALSE}, {L'\u0081', '\x81', FALSE},
+        {L'\u0101', '?', TRUE},     {L'\u4E2D', '?', TRUE},     {static_cast<wchar_t>(0x1F600), '?', TRUE},
+        {static_cast<wchar_t>(0xD800), '?', TRUE},              {static_cast<wchar_t>(0x110000), '?', TRUE},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(static_cast<unsigned>(row.in));
+        BOOL used = -1;
+        EXPECT_EQ(ToNarrow(CP_ACP, std::wstring(1, row.in), &used), std::string(1, row.out));
+        EXPECT_EQ(used, row.used);
+        EXPECT_EQ(ToNarrow(CP_ACP, std::wstring(1, row.in), nullptr, "*"), std::string(1, row.used ? '*' : row.out));
+    }
+}
+
+TEST(CodePage, SizesCountTheTerminatorOnlyForMinusOne) {
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"abc", -1, nullptr, 0, nullptr, nullptr), 4);
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"abc", 2, nullptr, 0, nullptr, nullptr), 2);
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "abc", -1, nullptr, 0), 4);
+    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "\xE2\x82\xAC", -1, nullptr, 0), 2);
+    EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\u20AC", -1, nullptr, 0, nullptr, nullptr), 4);
+
+    char narrow[4] = {'x', 'x', 'x', 'x'};
+    EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"ab", -1, narrow, 4, nullptr, nullptr), 3);
+    EXPECT_STREQ(narrow, "ab");
+    EXPECT_EQ(lstrlenW(L"abc"), 3);
+    EXPECT_EQ(lstrlenW(nullptr), 0);
+}
+
+TEST(CodePage, ShortBufferFailsWithInsufficientBuffer) {
+    for (UINT page : {UINT{CP_ACP}, UINT{CP_UTF8}, UINT{1251}}) {
+        SCOPED_TRACE(page);
+        char narrow[2] = {};
+        SetLastError(0);
+        EXPECT_EQ(WideCharToMultiByte(page, 0, L"abc", -1, narrow, 2, nullptr, nullptr), 0);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
+        EXPECT_EQ(std::string(narrow, 2), "ab");  // the part that fits, as Win32 leaves it
+
+        wchar_t wide[2] = {};
+        SetLastError(0);
+        EXPECT_EQ(MultiByteToWideChar(page, 0, "abc", 3, wide, 2), 0);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
+    }
+}
+
+TEST(CodePage, BadArgumentsFailWithTheirError) {
+    static char out[8];
+    static wchar_t wout[8];
+    struct Row {
+        const char* what;
+        int (*call)();
+        DWORD error;
+    };
+    const Row rows[] = {
+        {"null wide source", [] { return WideCharToMultiByte(CP_ACP, 0, nullptr, 3, out, 8, nullptr, nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"zero wide count", [] { return WideCharToMultiByte(CP_ACP, 0, L"a", 0, out, 8, nullptr, nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"negative out size", [] { return WideCharToMultiByte(CP_ACP, 0, L"a", 1, out, -1, nullptr, nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"null out with size", [] { return WideCharToMultiByte(CP_ACP, 0, L"a", 1, nullptr, 8, nullptr, nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"unknown page", [] { return WideCharToMultiByte(54321, 0, L"a", 1, out, 8, nullptr, nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"UTF-16 is no multibyte page",
+         [] { return WideCharToMultiByte(1200, 0, L"a", 1, out, 8, nullptr, nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"default char with UTF-8", [] { return WideCharToMultiByte(CP_UTF8, 0, L"a", 1, out, 8, "?", nullptr); },
+         ERROR_INVALID_PARAMETER},
+        {"unknown wide flag", [] { return WideCharToMultiByte(CP_ACP, 0x1, L"a", 1, out, 8, nullptr, nullptr); },
+         ERROR_INVALID_FLAGS},
+        {"invalid code point refused",
+         [] {
+             const wchar_t lone[] = {static_cast<wchar_t>(0xD800), 0};
+             return WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, lone, 1, out, 8, nullptr, nullptr);
+         },
+         ERROR_NO_UNICODE_TRANSLATION},
+        {"null narrow source", [] { return MultiByteToWideChar(CP_ACP, 0, nullptr, 3, wout, 8); },
+         ERROR_INVALID_PARAMETER},
+        {"zero narrow count", [] { return MultiByteToWideChar(CP_ACP, 0, "a", 0, wout, 8); }, ERROR_INVALID_PARAMETER},
+        {"null wide out with size", [] { return MultiByteToWideChar(CP_ACP, 0, "a", 1, nullptr, 8); },
+         ERROR_INVALID_PARAMETER},
+        {"unknown narrow page", [] { return MultiByteToWideChar(54321, 0, "a", 1, wout, 8); }, ERROR_INVALID_PARAMETER},
+        {"precomposed with UTF-8", [] { return MultiByteToWideChar(CP_UTF8, MB_PRECOMPOSED, "a", 1, wout, 8); },
+         ERROR_INVALID_FLAGS},
+        {"invalid UTF-8 refused", [] { return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, "a\xFF", 2, wout, 8); },
+         ERROR_NO_UNICODE_TRANSLATION},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        SetLastError(0);
+        EXPECT_EQ(row.call(), 0);
+        EXPECT_EQ(GetLastError(), row.error);
+    }
+}
+
+TEST(CodePage, Utf8AndOtherIcuPages) {
+    const std::wstring text = {L'\u20AC', static_cast<wchar_t>(0x1F600), L'a'};
+    EXPECT_EQ(ToNarrow(CP_UTF8, text), "\xE2\x82\xAC\xF0\x9F\x98\x80" "a");
+    EXPECT_EQ(ToWide(CP_UTF8, "\xE2\x82\xAC\xF0\x9F\x98\x80" "a"), text);
+    // Invalid UTF-8 becomes U+FFFD; an invalid code point becomes its UTF-8 form.
+    EXPECT_EQ(ToWide(CP_UTF8, "a\xFF" "b"), std::wstring(L"a\uFFFDb"));
+    EXPECT_EQ(ToNarrow(CP_UTF8, std::wstring(1, static_cast<wchar_t>(0xDC00))), "\xEF\xBF\xBD");
+
+    EXPECT_EQ(ToNarrow(1251, L"\u0416"), "\xC6");
+    EXPECT_EQ(ToWide(1251, "\xC6"), L"\u0416");
+    EXPECT_EQ(ToWide(CP_OEMCP, "\x80"), L"\u00C7");
+    BOOL used = FALSE;
+    EXPECT_EQ(ToNarrow(1251, L"\u00E4", &used), "?");
+    EXPECT_TRUE(used);
+}
+
+TEST(CodePage, LastErrorBelongsToTheThread) {
+    SetLastError(42);
+    DWORD seen = 0;
+    std::thread other([&seen] {
+        SetLastError(7);
+        seen = GetLastError();
+    });
+    other.join();
+    EXPECT_EQ(seen, 7u);
+    EXPECT_EQ(GetLastError(), 42u);
+    EXPECT_EQ(GetACP(), 1252u);
+}
