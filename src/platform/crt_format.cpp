@@ -1,5 +1,5 @@
 // printf-style formatting with the original runtime's conventions. Integers and
-// strings go through the host's snprintf with a rebuilt specification; floating
+// strings go through the host's snprintf with a rebuilt pattern; floating
 // values are rounded by our own digit code, since the host rounds differently.
 #include "platform/crt_format.h"
 
@@ -188,7 +188,7 @@ std::string SpecialDigits(double value, int precision) {
     return precision > 0 ? lead + "." + frac : lead;
 }
 
-struct Spec {
+struct Field {
     std::string flags;
     int width = -1;
     int precision = -1;
@@ -199,21 +199,21 @@ struct Spec {
     bool alternate = false;
 };
 
-std::string Pad(std::string body, const Spec& spec, bool numeric) {
-    if (spec.width < 0 || static_cast<int>(body.size()) >= spec.width)
+std::string Pad(std::string body, const Field& field, bool numeric) {
+    if (field.width < 0 || static_cast<int>(body.size()) >= field.width)
         return body;
-    size_t fill = static_cast<size_t>(spec.width) - body.size();
-    if (spec.leftAlign)
+    size_t fill = static_cast<size_t>(field.width) - body.size();
+    if (field.leftAlign)
         return body + std::string(fill, ' ');
-    if (spec.zeroPad && numeric) {
+    if (field.zeroPad && numeric) {
         size_t at = (!body.empty() && (body[0] == '-' || body[0] == '+' || body[0] == ' ')) ? 1 : 0;
         return body.insert(at, fill, '0');
     }
     return std::string(fill, ' ') + body;
 }
 
-std::string FormatFloating(double value, char conversion, const Spec& spec) {
-    int precision = spec.precision < 0 ? 6 : spec.precision;
+std::string FormatFloating(double value, char conversion, const Field& field) {
+    int precision = field.precision < 0 ? 6 : field.precision;
     bool negative = std::signbit(value);
     std::string digits;
     if (!std::isfinite(value)) {
@@ -222,32 +222,32 @@ std::string FormatFloating(double value, char conversion, const Spec& spec) {
         double magnitude = std::fabs(value);
         switch (conversion) {
         case 'f':
-            digits = FixedDigits(magnitude, precision, spec.alternate);
+            digits = FixedDigits(magnitude, precision, field.alternate);
             break;
         case 'e':
         case 'E':
-            digits = ScientificDigits(magnitude, precision, spec.alternate, conversion);
+            digits = ScientificDigits(magnitude, precision, field.alternate, conversion);
             break;
         default:
-            digits = GeneralDigits(magnitude, precision, spec.alternate, conversion);
+            digits = GeneralDigits(magnitude, precision, field.alternate, conversion);
             break;
         }
     }
-    std::string sign = negative ? "-" : spec.plus ? "+" : spec.space ? " " : "";
-    return Pad(sign + digits, spec, std::isfinite(value));
+    std::string sign = negative ? "-" : field.plus ? "+" : field.space ? " " : "";
+    return Pad(sign + digits, field, std::isfinite(value));
 }
 
-std::string CallHost(const std::string& spec, ...) {
+std::string CallHost(const std::string& field, ...) {
     va_list args;
-    va_start(args, spec);
+    va_start(args, field);
     va_list again;
     va_copy(again, args);
-    int n = std::vsnprintf(nullptr, 0, spec.c_str(), args);
+    int n = std::vsnprintf(nullptr, 0, field.c_str(), args);
     va_end(args);
     std::string out;
     if (n > 0) {
         out.resize(static_cast<size_t>(n) + 1);
-        std::vsnprintf(&out[0], out.size(), spec.c_str(), again);
+        std::vsnprintf(&out[0], out.size(), field.c_str(), again);
         out.resize(static_cast<size_t>(n));
     }
     va_end(again);
@@ -261,12 +261,12 @@ std::string WideToNarrow(const wchar_t* text, int count) {
     return std::string(CStringT<char>(text, n).GetString(), static_cast<size_t>(CStringT<char>(text, n).GetLength()));
 }
 
-std::string HostSpec(const Spec& spec, const char* lengthModifier, char conversion) {
-    std::string s = "%" + spec.flags;
-    if (spec.width >= 0)
-        s += std::to_string(spec.width);
-    if (spec.precision >= 0)
-        s += "." + std::to_string(spec.precision);
+std::string HostPattern(const Field& field, const char* lengthModifier, char conversion) {
+    std::string s = "%" + field.flags;
+    if (field.width >= 0)
+        s += std::to_string(field.width);
+    if (field.precision >= 0)
+        s += "." + std::to_string(field.precision);
     return s + lengthModifier + conversion;
 }
 
@@ -315,12 +315,12 @@ int ParseSize(const char* p, Size& size) {
     }
 }
 
-std::string FormatInteger(char conversion, Size size, const Spec& spec, va_list& args) {
+std::string FormatInteger(char conversion, Size size, const Field& field, va_list& args) {
     bool isSigned = conversion == 'd' || conversion == 'i';
     if (size == Size::LongLong || size == Size::SizeT) {
         int64_t v = va_arg(args, int64_t);
-        return isSigned ? CallHost(HostSpec(spec, "ll", conversion), static_cast<long long>(v))
-                        : CallHost(HostSpec(spec, "ll", conversion), static_cast<unsigned long long>(v));
+        return isSigned ? CallHost(HostPattern(field, "ll", conversion), static_cast<long long>(v))
+                        : CallHost(HostPattern(field, "ll", conversion), static_cast<unsigned long long>(v));
     }
     // 'l' is 32-bit on the original platform, so every other size reads an int.
     int v = va_arg(args, int);
@@ -328,13 +328,13 @@ std::string FormatInteger(char conversion, Size size, const Spec& spec, va_list&
         v = isSigned ? static_cast<int16_t>(v) : static_cast<uint16_t>(v);
     else if (size == Size::Char)
         v = isSigned ? static_cast<int8_t>(v) : static_cast<uint8_t>(v);
-    return isSigned ? CallHost(HostSpec(spec, "", conversion), v)
-                    : CallHost(HostSpec(spec, "", conversion), static_cast<unsigned>(v));
+    return isSigned ? CallHost(HostPattern(field, "", conversion), v)
+                    : CallHost(HostPattern(field, "", conversion), static_cast<unsigned>(v));
 }
 
-std::string FormatText(char conversion, Size size, const Spec& spec, va_list& args) {
+std::string FormatText(char conversion, Size size, const Field& field, va_list& args) {
     bool wide = conversion == 'S' || conversion == 'C' || size == Size::Long || size == Size::Wide;
-    Spec plain = spec;
+    Field plain = field;
     plain.zeroPad = false;
     if (conversion == 'c' || conversion == 'C') {
         std::string body;
@@ -354,65 +354,65 @@ std::string FormatText(char conversion, Size size, const Spec& spec, va_list& ar
         const char* s = va_arg(args, const char*);
         body = s ? s : "(null)";
     }
-    if (spec.precision >= 0 && static_cast<int>(body.size()) > spec.precision)
-        body.resize(static_cast<size_t>(spec.precision));
+    if (field.precision >= 0 && static_cast<int>(body.size()) > field.precision)
+        body.resize(static_cast<size_t>(field.precision));
     return Pad(body, plain, false);
 }
 
 // Reads flags, width and precision; answers the position after them.
-const char* ParseSpec(const char* p, Spec& spec, va_list& args) {
+const char* ParseField(const char* p, Field& field, va_list& args) {
     for (;; ++p) {
         if (*p == '-')
-            spec.leftAlign = true;
+            field.leftAlign = true;
         else if (*p == '0')
-            spec.zeroPad = true;
+            field.zeroPad = true;
         else if (*p == '+')
-            spec.plus = true;
+            field.plus = true;
         else if (*p == ' ')
-            spec.space = true;
+            field.space = true;
         else if (*p == '#')
-            spec.alternate = true;
+            field.alternate = true;
         else
             break;
-        spec.flags.push_back(*p);
+        field.flags.push_back(*p);
     }
     if (*p == '*') {
-        spec.width = va_arg(args, int);
-        if (spec.width < 0) {
-            spec.leftAlign = true;
-            spec.flags.push_back('-');
-            spec.width = -spec.width;
+        field.width = va_arg(args, int);
+        if (field.width < 0) {
+            field.leftAlign = true;
+            field.flags.push_back('-');
+            field.width = -field.width;
         }
         ++p;
     } else {
         while (*p >= '0' && *p <= '9')
-            spec.width = (spec.width < 0 ? 0 : spec.width * 10) + (*p++ - '0');
+            field.width = (field.width < 0 ? 0 : field.width * 10) + (*p++ - '0');
     }
     if (*p == '.') {
         ++p;
-        spec.precision = 0;
+        field.precision = 0;
         if (*p == '*') {
-            spec.precision = va_arg(args, int);
+            field.precision = va_arg(args, int);
             ++p;
         } else {
             while (*p >= '0' && *p <= '9')
-                spec.precision = spec.precision * 10 + (*p++ - '0');
+                field.precision = field.precision * 10 + (*p++ - '0');
         }
     }
-    if (spec.width > 1 << 20)
-        spec.width = 1 << 20;  // keep a hostile width from asking for gigabytes
-    if (spec.precision > 1 << 20)
-        spec.precision = 1 << 20;
+    if (field.width > 1 << 20)
+        field.width = 1 << 20;  // keep a hostile width from asking for gigabytes
+    if (field.precision > 1 << 20)
+        field.precision = 1 << 20;
     return p;
 }
 
 }  // namespace
 
 std::string FormatDouble(double value, char conversion, int precision, bool alternate) {
-    Spec spec;
-    spec.precision = precision;
-    spec.alternate = alternate;
-    return FormatFloating(value, conversion, spec);
+    Field field;
+    field.precision = precision;
+    field.alternate = alternate;
+    return FormatFloating(value, conversion, field);
 }
 
 std::string FormatV(const char* format, va_list argsIn) {
@@ -433,8 +433,8 @@ std::string FormatV(const char* format, va_list argsIn) {
             ++p;
             continue;
         }
-        Spec spec;
-        p = ParseSpec(p, spec, args);
+        Field field;
+        p = ParseField(p, field, args);
         Size size;
         p += ParseSize(p, size);
         char conversion = *p;
@@ -448,27 +448,27 @@ std::string FormatV(const char* format, va_list argsIn) {
         case 'o':
         case 'x':
         case 'X':
-            out += FormatInteger(conversion, size, spec, args);
+            out += FormatInteger(conversion, size, field, args);
             break;
         case 'f':
         case 'e':
         case 'E':
         case 'g':
         case 'G':
-            out += FormatFloating(va_arg(args, double), conversion, spec);
+            out += FormatFloating(va_arg(args, double), conversion, field);
             break;
         case 'c':
         case 'C':
         case 's':
         case 'S':
-            out += FormatText(conversion, size, spec, args);
+            out += FormatText(conversion, size, field, args);
             break;
         case 'p': {
             // Upper-case hex, zero-filled to the pointer's width, no 0x.
             char buf[32];
             std::snprintf(buf, sizeof buf, "%016llX",
                           static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(va_arg(args, void*))));
-            Spec plain = spec;
+            Field plain = field;
             plain.zeroPad = false;
             out += Pad(buf, plain, false);
             break;
