@@ -1,8 +1,11 @@
 // CGVObject's default operations and the free stream operators.
 #include "gvlib/core/GVObject.h"
 
+#include <cstdlib>
 #include <istream>
 #include <ostream>
+
+#include "gvlib/platform/afxexcept.h"
 
 CGVObject::~CGVObject() = default;
 
@@ -11,6 +14,15 @@ CGVObject* CGVObject::mCopy() const { return nullptr; }
 CGVObject* CGVObject::mNew() const { return nullptr; }
 
 void CGVObject::mClear() {}
+
+void* CGVObject::operator new(std::size_t size) {
+    void* block = std::malloc(size ? size : 1);
+    if (block == nullptr)
+        AfxThrowMemoryException();
+    return block;
+}
+
+void CGVObject::operator delete(void* block) noexcept { std::free(block); }
 
 CGVObject& CGVObject::operator=(CGVObject const&) {
     // Hosts catch this as a plain character pointer.

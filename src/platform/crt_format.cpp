@@ -258,7 +258,8 @@ std::string WideToNarrow(const wchar_t* text, int count) {
     if (text == nullptr)
         return "(null)";
     int n = count < 0 ? static_cast<int>(std::wcslen(text)) : count;
-    return std::string(CStringT<char>(text, n).GetString(), static_cast<size_t>(CStringT<char>(text, n).GetLength()));
+    CStringT<char> narrow(text, n);
+    return std::string(narrow.GetString(), static_cast<size_t>(narrow.GetLength()));
 }
 
 std::string HostPattern(const Field& field, const char* lengthModifier, char conversion) {

@@ -87,3 +87,10 @@ TEST(CGVObject, FactoryBuildsByTag) {
     delete first;
     delete second;
 }
+
+TEST(CGVObject, PlacementConstructionStillWorks) {
+    alignas(CGVString) unsigned char storage[sizeof(CGVString)];
+    CGVString* s = new (storage) CGVString("placed");
+    EXPECT_STREQ("placed", *s);
+    s->~CGVString();
+}

@@ -1,6 +1,7 @@
 // CGVObject: the root of every value class and its uniform virtual interface.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 
@@ -41,6 +42,14 @@ public:
     /// Reads a type tag (skipping white space), builds the matching class and lets
     /// it read its body. Null for an unknown tag or an exhausted stream.
     static CGVObject* mNew(std::istream& is);
+
+    /// Value objects on the heap: a failed allocation raises CMemoryException,
+    /// as the framework's allocator did, instead of std::bad_alloc.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* block) noexcept;
+    // Declaring the forms above hides the placement form; keep it available.
+    static void* operator new(std::size_t, void* where) noexcept { return where; }
+    static void operator delete(void*, void*) noexcept {}
 
 protected:
     CGVObject(CGVObject const&) = default;

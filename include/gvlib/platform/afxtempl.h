@@ -41,7 +41,7 @@ public:
             Grow(nNewSize);
         if (nNewSize > m_nSize) {
             for (INT_PTR i = m_nSize; i < nNewSize; ++i)
-                new (&m_pData[i]) TYPE();
+                ::new (&m_pData[i]) TYPE();
         } else {
             Destroy(nNewSize, m_nSize);
         }
@@ -181,7 +181,7 @@ private:
         if (pNew == nullptr)
             AfxThrowMemoryException();
         for (INT_PTR i = 0; i < m_nSize; ++i) {
-            new (&pNew[i]) TYPE(std::move(m_pData[i]));
+            ::new (&pNew[i]) TYPE(std::move(m_pData[i]));
             m_pData[i].~TYPE();
         }
         ::operator delete(m_pData);
