@@ -13,3 +13,6 @@
 #include "gvlib/core/GVObject.h"
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/string/GVString.h"
+#include "gvlib/platform/afxcurrency.h"
+#include "gvlib/platform/crttime.h"
+#include "gvlib/platform/oledate.h"
