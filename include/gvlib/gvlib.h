@@ -16,3 +16,4 @@
 #include "gvlib/platform/afxcurrency.h"
 #include "gvlib/platform/crttime.h"
 #include "gvlib/platform/oledate.h"
+#include "gvlib/datetime/GVDate.h"

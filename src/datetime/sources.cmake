@@ -1,0 +1,5 @@
+target_sources(gvlib PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/GVDate.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVDateConvert.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVDateText.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVDateWeek.cpp)

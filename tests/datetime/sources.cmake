@@ -1,0 +1,2 @@
+target_sources(gvlib_tests PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/GVDate_test.cpp)
