@@ -17,3 +17,4 @@
 #include "gvlib/platform/crttime.h"
 #include "gvlib/platform/oledate.h"
 #include "gvlib/datetime/GVDate.h"
+#include "gvlib/datetime/GVMoney.h"
