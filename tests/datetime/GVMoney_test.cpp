@@ -59,7 +59,7 @@ TEST(Money, TextIsReadAsTheOriginalStrtodReadIt) {
     }
 }
 
-TEST(Money, OperatorsCarryAndBorrowAsSpecified) {
+TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     struct Row {
         const char* name;
         CGVMoney& (*op)(CGVMoney&);
