@@ -13,3 +13,8 @@
 #include "gvlib/core/GVObject.h"
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/string/GVString.h"
+#include "gvlib/platform/afxcurrency.h"
+#include "gvlib/platform/crttime.h"
+#include "gvlib/platform/oledate.h"
+#include "gvlib/datetime/GVDate.h"
+#include "gvlib/datetime/GVMoney.h"

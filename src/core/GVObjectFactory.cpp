@@ -2,6 +2,7 @@
 #include <istream>
 
 #include "gvlib/core/GVObject.h"
+#include "gvlib/datetime/GVDate.h"
 #include "gvlib/string/GVString.h"
 
 namespace {
@@ -10,6 +11,8 @@ CGVObject* NewForTag(char tag) {
     switch (tag) {
     case 'T':
         return new CGVString;
+    case 'W':
+        return new CGVDate;
     default:
         return nullptr;
     }

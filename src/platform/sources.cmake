@@ -12,3 +12,9 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp
   ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
   ${CMAKE_CURRENT_LIST_DIR}/string_table.cpp)
+target_sources(gvlib PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/crt_number.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/crt_strftime.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/crt_time.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/olecurrency.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/variant_time.cpp)

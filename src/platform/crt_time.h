@@ -1,0 +1,16 @@
+// Internal: the original runtime's strftime, which the date text calls.
+#pragma once
+
+#include <cstddef>
+#include <ctime>
+
+namespace gvplatform::detail {
+
+/// strftime as the original runtime wrote it. In the "C" locale %c is
+/// "%m/%d/%y %H:%M:%S" (03/05/24 14:07:09), not the POSIX "Tue Mar  5 ...";
+/// %x, %X, %p and the names already agree. Under any other LC_TIME locale the
+/// host's own forms are used. Answers the length written, or 0 (with an empty
+/// text when size allows) when the result does not fit.
+std::size_t CrtStrftime(char* buffer, std::size_t size, const char* format, const std::tm* time);
+
+}  // namespace gvplatform::detail

@@ -1,0 +1,166 @@
+// CGVMoney: setting, carry and borrow, division edges, text and variants.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+
+#include "gvlib/datetime/GVMoney.h"
+#include "gvlib/platform/afxdb.h"
+#include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/gvplatform.h"
+#include "gvlib/string/GVString.h"
+
+namespace {
+
+CGVMoney Of(int32_t whole, int32_t fraction) {
+    CGVMoney m;
+    m.mSetWholeAmount(whole);
+    m.mSetFractionalAmount(fraction);
+    return m;
+}
+
+void ExpectParts(int32_t whole, int32_t fraction, CGVMoney const& m) {
+    EXPECT_EQ(whole, m.mGetWholeAmount());
+    EXPECT_EQ(fraction, m.mGetFractionalAmount());
+}
+
+// The binary operators hand over a heap object; take ownership of it.
+std::unique_ptr<CGVMoney> Own(CGVMoney& result) { return std::unique_ptr<CGVMoney>(&result); }
+
+}  // namespace
+
+TEST(Money, SetAmountTruncatesWithinTheRangeAndSplitsOutside) {
+    struct Row {
+        double amount;
+        int32_t whole, fraction;
+    } const rows[] = {
+        {12.34, 12, 34},         {-1.25, -1, -25},           {0.29, 0, 28},
+        {1.005, 1, 0},           {21474836.47, 21474836, 47}, {21474836.48, 21474836, 48},
+        {50000000.25, 50000000, 25}, {-21474836.48, -21474836, -48}, {1e300, INT32_MIN, INT32_MIN},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.amount);
+        CGVMoney m;
+        EXPECT_EQ(row.amount, m.mSetAmount(row.amount));
+        ExpectParts(row.whole, row.fraction, m);
+    }
+    ExpectParts(7, 0, CGVMoney(7));
+}
+
+TEST(Money, TextIsReadAsTheOriginalStrtodReadIt) {
+    struct Row {
+        const char* text;
+        int32_t whole, fraction;
+    } const rows[] = {{"7.5xyz", 7, 50}, {"abc", 0, 0},  {"  -2.25", -2, -25}, {"0x10", 0, 0},
+                      {"inf", 0, 0},     {"1d2", 100, 0}, {"3e", 3, 0},         {"", 0, 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        ExpectParts(row.whole, row.fraction, CGVMoney(CGVString(row.text)));
+    }
+}
+
+TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
+    struct Row {
+        const char* name;
+        CGVMoney& (*op)(CGVMoney&);
+        int32_t whole, fraction;
+    } const rows[] = {
+        {"1.50+0.75", [](CGVMoney& a) -> CGVMoney& { return a + Of(0, 75); }, 2, 25},
+        {"1.50-0.75", [](CGVMoney& a) -> CGVMoney& { return a - Of(0, 75); }, 0, 75},
+        {"1.50*3", [](CGVMoney& a) -> CGVMoney& { return a * 3; }, 4, 50},
+        {"1.50/4", [](CGVMoney& a) -> CGVMoney& { return a / 4; }, 0, 37},
+        {"1.50/0", [](CGVMoney& a) -> CGVMoney& { return a / 0; }, 1, 50},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        CGVMoney a = Of(1, 50);
+        auto result = Own(row.op(a));
+        ExpectParts(row.whole, row.fraction, *result);
+        ExpectParts(1, 50, a);  // the operand is unchanged
+        EXPECT_NE(&a, result.get());
+    }
+    CGVMoney neg = Of(0, -25);
+    ExpectParts(0, -115, *Own(neg + Of(0, -90)));
+    CGVMoney cents = Of(0, 35);
+    ExpectParts(1, 5, *Own(cents * 3));
+    CGVMoney ten = Of(10, 0);
+    ExpectParts(2, 50, *Own(ten / 4));
+    ExpectParts(3, 33, *Own(ten / 3));
+    CGVMoney minusTen = Of(-10, 0);
+    ExpectParts(-3, -33, *Own(minusTen / 3));
+    CGVMoney smallest = Of(-21474836, -48);  // INT32_MIN hundredths
+    ExpectParts(-21474836, -48, *Own(smallest / -1));
+    CGVMoney acc = Of(1, 50);
+    acc += Of(0, 75);
+    acc *= 2;
+    acc /= 0;
+    ExpectParts(4, 50, acc);
+}
+
+TEST(Money, TextFormsAndNumbers) {
+    struct Row {
+        int32_t whole, fraction;
+        const char* text;
+    } const rows[] = {{12, 50, "12.50"}, {12, 0, "12"}, {0, 5, "0.05"}, {0, -25, "-0.25"}, {-3, 0, "-3"},
+                      {0, 0, "0"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_STREQ(row.text, static_cast<CGVString>(Of(row.whole, row.fraction)));
+    }
+    EXPECT_EQ(3, static_cast<int32_t>(CGVMoney(3.99)));
+    EXPECT_EQ(-3, static_cast<int32_t>(CGVMoney(-3.99)));
+}
+
+TEST(Money, ComparisonsGoThroughTheAmount) {
+    CGVMoney a(1.10), b(1.20), split = Of(0, 110);
+    EXPECT_EQ(1, a == split);
+    EXPECT_EQ(1, a < b);
+    EXPECT_EQ(0, a > b);
+    EXPECT_EQ(-1, a.mCompare(&b));
+    EXPECT_EQ(0, a.mCompare(&a));
+    EXPECT_EQ(1, b.mCompare(&a));
+    CGVString text("1.10");
+    EXPECT_EQ(-1, a.mCompare(&text));
+    CGVObject& base = a;
+    base = text;  // another class changes nothing
+    ExpectParts(1, 10, a);
+    std::unique_ptr<CGVObject> copy(base.mCopy());
+    EXPECT_EQ(0, a.mCompare(copy.get()));
+}
+
+TEST(Money, VariantConversions) {
+    CGVMoney m = Of(3, 50);
+    CDBVariant db;
+    db.m_dwType = DBVT_LONG;
+    db.m_lVal = 7;
+    m.mConvertFromDBVariant(db);
+    ExpectParts(7, 50, m);
+    db.m_dwType = DBVT_DOUBLE;
+    db.m_dblVal = 7.0;
+    m.mConvertFromDBVariant(db);
+    ExpectParts(7, 0, m);
+
+    COleVariant cy;
+    cy.vt = VT_CY;
+    cy.cyVal.int64 = 125000;  // 12.5
+    m.mConvertFromOleVariant(cy);
+    ExpectParts(12, 50, m);
+    gvplatform::SetUserDefaultLCID(1031);  // a decimal comma stops strtod
+    m.mConvertFromOleVariant(cy);
+    gvplatform::SetUserDefaultLCID(1033);
+    ExpectParts(12, 0, m);
+    m.mConvertFromOleVariant(COleVariant(int32_t{99}));  // VT_I4 changes nothing
+    ExpectParts(12, 0, m);
+
+    COleVariant out;
+    Of(-1, -15).mConvertToOleVariant(&out);
+    EXPECT_EQ(VT_R8, out.vt);
+    EXPECT_DOUBLE_EQ(-1.15, out.dblVal);
+}
+
+TEST(Money, HasNoTextStreamForm) {
+    CGVMoney m(1.5);
+    std::ostringstream os;
+    os << m;
+    EXPECT_EQ("", os.str());
+}

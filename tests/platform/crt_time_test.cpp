@@ -1,0 +1,104 @@
+// _time32, _localtime32, _gmtime32 and _mktime32 on the 32-bit time value.
+#include <gtest/gtest.h>
+
+#include "datetime/time_zone.h"
+#include "gvlib/platform/crttime.h"
+
+namespace {
+
+std::tm Fields(int year, int month, int day, int hour, int minute, int second, int isdst = -1) {
+    std::tm t{};
+    t.tm_year = year - 1900;
+    t.tm_mon = month - 1;
+    t.tm_mday = day;
+    t.tm_hour = hour;
+    t.tm_min = minute;
+    t.tm_sec = second;
+    t.tm_isdst = isdst;
+    return t;
+}
+
+}  // namespace
+
+TEST(CrtTime, ConversionsAcceptOnlyTheOriginalRange) {
+    ScopedTimeZone utc("UTC0");
+    struct Row {
+        __time32_t value;
+        bool converts;
+    } const rows[] = {{0, true}, {-1, false}, {INT32_MIN, false}, {2147471999, true}, {2147472000, false},
+                      {INT32_MAX, false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.value);
+        EXPECT_EQ(row.converts, _localtime32(&row.value) != nullptr);
+        EXPECT_EQ(row.converts, _gmtime32(&row.value) != nullptr);
+    }
+    EXPECT_EQ(nullptr, _localtime32(nullptr));
+}
+
+TEST(CrtTime, MktimeFailsOutsideTheRangeAndKeepsTheFields) {
+    ScopedTimeZone utc("UTC0");
+    struct Row {
+        std::tm fields;
+        __time32_t want;
+    } const rows[] = {
+        {Fields(1970, 1, 1, 0, 0, 0), 0},
+        {Fields(1969, 12, 31, 23, 59, 59), -1},
+        {Fields(2038, 1, 18, 23, 59, 59), 2147471999},
+        {Fields(2038, 1, 19, 0, 0, 0), -1},
+        {Fields(65535, 1, 1, 0, 0, 0), -1},
+        {Fields(2024, 3, 5, 14, 7, 9), 1709647629},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.want);
+        std::tm t = row.fields;
+        EXPECT_EQ(row.want, _mktime32(&t));
+        if (row.want == -1) {
+            EXPECT_EQ(row.fields.tm_year, t.tm_year);
+        }
+    }
+}
+
+TEST(CrtTime, MktimeNormalisesOutOfRangeFields) {
+    ScopedTimeZone utc("UTC0");
+    std::tm t = Fields(2023, 2, 29, 0, 0, 1);
+    ASSERT_NE(-1, _mktime32(&t));
+    EXPECT_EQ(2, t.tm_mon);  // March
+    EXPECT_EQ(1, t.tm_mday);
+    t = Fields(2024, 13, 1, 25, -1, 60);
+    ASSERT_NE(-1, _mktime32(&t));
+    EXPECT_EQ(2025 - 1900, t.tm_year);
+    EXPECT_EQ(0, t.tm_mon);
+    EXPECT_EQ(2, t.tm_mday);
+    EXPECT_EQ(1, t.tm_hour);
+    EXPECT_EQ(0, t.tm_min);
+    EXPECT_EQ(0, t.tm_sec);
+}
+
+TEST(CrtTime, LocalTimeFollowsTzChangedBetweenCalls) {
+    const __time32_t noon = 1709640000;  // 2024-03-05 12:00 UTC
+    {
+        ScopedTimeZone utc("UTC0");
+        ASSERT_NE(nullptr, _localtime32(&noon));
+        EXPECT_EQ(12, _localtime32(&noon)->tm_hour);
+    }
+    {
+        ScopedTimeZone est("EST5EDT,M3.2.0,M11.1.0");
+        ASSERT_NE(nullptr, _localtime32(&noon));
+        EXPECT_EQ(7, _localtime32(&noon)->tm_hour);
+        const __time32_t summer = 1720440000;  // 2024-07-08 12:00 UTC
+        EXPECT_EQ(8, _localtime32(&summer)->tm_hour);
+        EXPECT_EQ(1, _localtime32(&summer)->tm_isdst);
+        // The same local fields in both seasons, the zone deciding daylight saving.
+        std::tm winter = Fields(2024, 1, 10, 9, 0, 0);
+        std::tm june = Fields(2024, 6, 10, 9, 0, 0);
+        EXPECT_EQ(1704895200, _mktime32(&winter));
+        EXPECT_EQ(1718024400, _mktime32(&june));
+    }
+}
+
+TEST(CrtTime, TimeAnswersTheCurrentInstant) {
+    __time32_t stored = 0;
+    const __time32_t now = _time32(&stored);
+    EXPECT_EQ(now, stored);
+    EXPECT_GT(now, 1700000000);
+}

@@ -1,0 +1,48 @@
+// VariantTimeToSystemTime.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "gvlib/platform/oledate.h"
+
+TEST(VariantTime, SplitsDayAndPositiveTimeOfDay) {
+    struct Row {
+        double date;
+        int year, month, day, hour, minute, second, weekday;
+    } const rows[] = {
+        {0.0, 1899, 12, 30, 0, 0, 0, 6},
+        {-5.25, 1899, 12, 25, 6, 0, 0, 1},
+        {1.5, 1899, 12, 31, 12, 0, 0, 0},
+        {45356.588298611, 2024, 3, 5, 14, 7, 9, 2},  // rounded to the nearest second
+        {25569.0, 1970, 1, 1, 0, 0, 0, 4},
+        {60.0, 1900, 2, 28, 0, 0, 0, 3},
+        {61.0, 1900, 3, 1, 0, 0, 0, 4},
+        {2.99999999, 1900, 1, 2, 0, 0, 0, 2},  // 23:59:59.9991 rounds into the next day
+        {-657434.0, 100, 1, 1, 0, 0, 0, 5},
+        {2958465.5, 9999, 12, 31, 12, 0, 0, 5},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.date);
+        SYSTEMTIME st{};
+        ASSERT_TRUE(VariantTimeToSystemTime(row.date, &st));
+        EXPECT_EQ(row.year, st.wYear);
+        EXPECT_EQ(row.month, st.wMonth);
+        EXPECT_EQ(row.day, st.wDay);
+        EXPECT_EQ(row.hour, st.wHour);
+        EXPECT_EQ(row.minute, st.wMinute);
+        EXPECT_EQ(row.second, st.wSecond);
+        EXPECT_EQ(row.weekday, st.wDayOfWeek);
+        EXPECT_EQ(0, st.wMilliseconds);
+    }
+}
+
+TEST(VariantTime, FailsOutsideTheRangeAndLeavesTheRecord) {
+    for (double date : {-657434.5, 2958466.5, 1e300, -1e300, std::nan("")}) {
+        SCOPED_TRACE(date);
+        SYSTEMTIME st{};
+        st.wYear = 77;
+        EXPECT_FALSE(VariantTimeToSystemTime(date, &st));
+        EXPECT_EQ(77, st.wYear);
+    }
+    EXPECT_FALSE(VariantTimeToSystemTime(0.0, nullptr));
+}
