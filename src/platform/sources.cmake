@@ -7,14 +7,13 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/codepage.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_format.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/crt_text.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/string_table.cpp)
-target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/crt_number.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_strftime.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/crt_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_time.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olecurrency.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/string_table.cpp
   ${CMAKE_CURRENT_LIST_DIR}/variant_time.cpp)

@@ -4,10 +4,9 @@ target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/codepage_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_format_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/crt_time_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/cstring_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/memfile_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/variant_test.cpp)
-target_sources(gvlib_tests PRIVATE
-  ${CMAKE_CURRENT_LIST_DIR}/crt_time_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olecurrency_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/variant_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/variant_time_test.cpp)

@@ -94,9 +94,9 @@ public:
     virtual void SetLength(ULONGLONG dwNewLen);
     virtual ULONGLONG GetPosition() const;
 
-    /// The name part of the path: /tmp/a.dat ⇒ a.dat.
+    /// The name part of the path: /home/me/a.dat ⇒ a.dat.
     virtual CString GetFileName() const;
-    /// The name without its extension: /tmp/a.dat ⇒ a.
+    /// The name without its extension: /home/me/a.dat ⇒ a.
     virtual CString GetFileTitle() const;
     /// The full path the file was opened with (relative names are made absolute).
     virtual CString GetFilePath() const;
