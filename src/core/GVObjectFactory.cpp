@@ -1,6 +1,7 @@
 // CGVObject::mNew(std::istream&): builds the object that a type tag names.
 #include <istream>
 
+#include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
 #include "gvlib/string/GVString.h"
 
@@ -10,6 +11,8 @@ CGVObject* NewForTag(char tag) {
     switch (tag) {
     case 'T':
         return new CGVString;
+    case 'U':
+        return new CGVLong(0);
     default:
         return nullptr;
     }

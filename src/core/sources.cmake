@@ -2,3 +2,8 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVObject.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVObjectFactory.cpp
   ${CMAKE_CURRENT_LIST_DIR}/stream_io.cpp)
+target_sources(gvlib PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/crt_atol.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVLong.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVLongConvert.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/QXStringStream.cpp)
