@@ -10,6 +10,8 @@
 #include "gvlib/platform/winnls.h"
 #include "gvlib/platform/wintypes.h"
 
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/buffer/RZMemFile.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
 #include "gvlib/core/GVObjectVisitor.h"

@@ -1,6 +1,7 @@
 // CGVObject::mNew(std::istream&): builds the object that a type tag names.
 #include <istream>
 
+#include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
 #include "gvlib/string/GVString.h"
@@ -13,6 +14,8 @@ CGVObject* NewForTag(char tag) {
         return new CGVString;
     case 'U':
         return new CGVLong(0);
+    case 'V':
+        return new CGVBuffer(0, 128);
     default:
         return nullptr;
     }
