@@ -19,8 +19,12 @@
 #include "gvlib/platform/wintypes.h"
 
 // Value classes.
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/buffer/RZMemFile.h"
+#include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
 #include "gvlib/core/GVObjectVisitor.h"
+#include "gvlib/core/QXStringStream.h"
 #include "gvlib/datetime/GVDate.h"
 #include "gvlib/datetime/GVMoney.h"
 #include "gvlib/string/GVString.h"

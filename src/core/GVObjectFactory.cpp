@@ -1,6 +1,8 @@
 // CGVObject::mNew(std::istream&): builds the object that a type tag names.
 #include <istream>
 
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
 #include "gvlib/datetime/GVDate.h"
 #include "gvlib/string/GVString.h"
@@ -11,6 +13,10 @@ CGVObject* NewForTag(char tag) {
     switch (tag) {
     case 'T':
         return new CGVString;
+    case 'U':
+        return new CGVLong(0);
+    case 'V':
+        return new CGVBuffer(0, 128);
     case 'W':
         return new CGVDate;
     default:

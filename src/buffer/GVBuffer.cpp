@@ -1,0 +1,196 @@
+// CGVBuffer: construction, step growth, the lock protocol and filling.
+#include "gvlib/buffer/GVBuffer.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "buffer/buffer_block.h"
+#include "gvlib/platform/afxstr.h"
+
+using gvlib::detail::ReallocBlock;
+
+namespace {
+
+constexpr int32_t kDefaultGrowBy = 128;
+
+// When p points into the block, its offset, so that it can be found again after
+// the block moves; -1 otherwise.
+int64_t OffsetIn(char const* block, int32_t capacity, char const* p) {
+    if (block == nullptr || p == nullptr)
+        return -1;
+    auto base = reinterpret_cast<uintptr_t>(block);
+    auto at = reinterpret_cast<uintptr_t>(p);
+    return at >= base && at < base + static_cast<uint32_t>(capacity) ? static_cast<int64_t>(at - base) : -1;
+}
+
+}  // namespace
+
+CGVBuffer::CGVBuffer(int32_t nSize, int32_t nGrowBy) : m_growBy(nGrowBy > 0 ? nGrowBy : kDefaultGrowBy) {
+    if (nSize > 0) {
+        mReserve(nSize);
+        std::memset(m_data, 0, static_cast<size_t>(nSize));
+        m_length = nSize;
+    }
+}
+
+CGVBuffer::~CGVBuffer() { std::free(m_data); }
+
+int32_t CGVBuffer::StepSize(int64_t n) const {
+    if (n <= m_capacity)
+        return m_capacity;
+    int64_t steps = (n - m_capacity + m_growBy - 1) / m_growBy;
+    int64_t size = m_capacity + steps * m_growBy;
+    // Lengths and capacities are 32-bit; a block beyond that cannot be described.
+    if (size > INT32_MAX)
+        AfxThrowMemoryException();
+    return static_cast<int32_t>(size);
+}
+
+void CGVBuffer::InstallBlock(char* block, int32_t capacity) {
+    m_data = block;
+    m_capacity = capacity;
+}
+
+void CGVBuffer::mReserve(int32_t n) {
+    if (m_locked)
+        return;
+    int32_t size = StepSize(int64_t{n} + 1);
+    if (size == m_capacity)
+        return;
+    // realloc keeps the content and often extends the block in place, which keeps
+    // appends in small steps cheap; the first byte of an empty block and the last
+    // byte are zeroed as a fresh block's are.
+    char* block = ReallocBlock(m_data, static_cast<size_t>(size));
+    if (m_length <= 0)
+        block[0] = 0;
+    block[size - 1] = 0;
+    InstallBlock(block, size);
+}
+
+void CGVBuffer::ReplaceBlockFor(int32_t n) {
+    if (HasRoomFor(n))
+        return;
+    int32_t size = StepSize(int64_t{n} + 1);
+    // The old content is not kept, so a fresh block spares realloc's copy.
+    char* block = ReallocBlock(nullptr, static_cast<size_t>(size));
+    block[0] = 0;
+    block[size - 1] = 0;
+    std::free(m_data);
+    InstallBlock(block, size);
+}
+
+CGVBuffer::operator char const*() {
+    if (m_data == nullptr)
+        return nullptr;
+    m_data[m_length] = 0;
+    return m_data;
+}
+
+int CGVBuffer::mIsNull() const {
+    for (int32_t i = 0; i < m_length; ++i)
+        if (m_data[i] != 0)
+            return 0;
+    return 1;
+}
+
+void CGVBuffer::mInit(char const* p, int32_t n) {
+    if (n < 1 && p != nullptr)
+        n = static_cast<int32_t>(std::strlen(p)) + 1;
+    if (n < 0)
+        n = 0;  // zero bytes cannot be a negative count
+    int64_t inside = OffsetIn(m_data, m_capacity, p);
+    mReserve(n);
+    if (!HasRoomFor(n))
+        return;  // locked without room: the block must not move
+    if (inside >= 0)
+        p = m_data + inside;
+    if (p == nullptr)
+        std::memset(m_data, 0, static_cast<size_t>(n));
+    else
+        std::memmove(m_data, p, static_cast<size_t>(n));
+    m_length = n;
+}
+
+void CGVBuffer::mConcat(char const* p, int32_t n) {
+    if (n == 0 && p != nullptr)
+        n = static_cast<int32_t>(std::strlen(p));
+    if (n <= 0 || p == nullptr)
+        return;
+    int64_t need = int64_t{m_length} + n;
+    if (need >= INT32_MAX)
+        AfxThrowMemoryException();
+    if (!HasRoomFor(need)) {
+        // Appending a part of the buffer to itself must survive the block moving.
+        int64_t inside = OffsetIn(m_data, m_capacity, p);
+        mReserve(static_cast<int32_t>(need));
+        if (!HasRoomFor(need))
+            return;  // locked without room
+        if (inside >= 0)
+            p = m_data + inside;
+    }
+    std::memmove(m_data + m_length, p, static_cast<size_t>(n));
+    m_length = static_cast<int32_t>(need);
+}
+
+CGVBuffer const& CGVBuffer::operator+=(char const* p) {
+    mConcat(p, 0);
+    return *this;
+}
+
+CGVBuffer& CGVBuffer::operator=(CGVBuffer const& other) {
+    if (other.m_length == 0)
+        mInit(nullptr, 0);
+    else
+        mInit(other.m_data, other.m_length);
+    return *this;
+}
+
+void CGVBuffer::mClearBuffer() {
+    m_length = 0;
+    if (m_data != nullptr)
+        m_data[0] = 0;
+}
+
+void CGVBuffer::mRollBack(int32_t n) {
+    // The original set any length; one that leaves the block would make every
+    // later read run past it, so it is kept inside.
+    int32_t most = m_capacity > 0 ? m_capacity - 1 : 0;
+    m_length = n < 0 ? 0 : (n > most ? most : n);
+}
+
+char* CGVBuffer::mLockBuffer(int32_t n) {
+    if (m_locked)
+        return nullptr;
+    if (n < 0)
+        n = 0;
+    int64_t need = int64_t{m_length} + n;
+    if (need >= INT32_MAX)
+        AfxThrowMemoryException();
+    mReserve(static_cast<int32_t>(need));
+    m_locked = 1;
+    return m_data + m_length;
+}
+
+void CGVBuffer::mUnlock(int32_t n) {
+    m_locked = 0;
+    mRollBack(static_cast<int32_t>(
+        std::max<int64_t>(INT32_MIN, std::min<int64_t>(INT32_MAX, int64_t{m_length} + n))));
+}
+
+CGVObject* CGVBuffer::mCopy() const {
+    auto* copy = new CGVBuffer(0, kDefaultGrowBy);
+    *copy = *this;
+    return copy;
+}
+
+CGVObject* CGVBuffer::mNew() const { return new CGVBuffer(0, kDefaultGrowBy); }
+
+void CGVBuffer::mClear() {
+    if (m_locked)
+        return;
+    std::free(m_data);
+    m_data = nullptr;
+    m_length = 0;
+    m_capacity = 0;
+}

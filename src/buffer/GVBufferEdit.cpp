@@ -1,0 +1,172 @@
+// CGVBuffer: replace-all, reading a file, assignment from an object and comparison.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "buffer/buffer_block.h"
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/core/GVObjectVisitor.h"
+#include "gvlib/platform/afxfile.h"
+#include "gvlib/platform/afxstr.h"
+
+using gvlib::detail::FindBytes;
+using gvlib::detail::ReallocBlock;
+
+int32_t CGVBuffer::mReplaceAll(char const* find, char const* repl) {
+    if (m_data == nullptr || find == nullptr)
+        return 0;
+    auto f = static_cast<int32_t>(std::strlen(find));
+    auto r = repl != nullptr ? static_cast<int32_t>(std::strlen(repl)) : 0;
+    // An empty search text would match everywhere without advancing: it ends at once.
+    if (f == 0)
+        return 0;
+    if (repl == nullptr)
+        repl = "";
+    return r <= f ? ReplaceShrinking(find, f, repl, r) : ReplaceGrowing(find, f, repl, r);
+}
+
+// The result is never longer than the content, so it is compacted in place in one
+// pass: the write position never overtakes the read position.
+int32_t CGVBuffer::ReplaceShrinking(char const* find, int32_t f, char const* repl, int32_t r) {
+    int32_t count = 0;
+    int64_t read = 0;
+    int64_t write = 0;
+    for (;;) {
+        int64_t at = FindBytes(m_data, m_length, read, find, f);
+        int64_t end = at < 0 ? m_length : at;
+        if (write != read)
+            std::memmove(m_data + write, m_data + read, static_cast<size_t>(end - read));
+        write += end - read;
+        if (at < 0)
+            break;
+        std::memcpy(m_data + write, repl, static_cast<size_t>(r));
+        write += r;
+        read = at + f;
+        ++count;
+    }
+    m_length = static_cast<int32_t>(write);
+    return count;
+}
+
+// The result grows: it is built once into a new block that doubles as needed (the
+// move-the-tail-per-match form would be quadratic), then trimmed to the block the
+// step rule gives for the final length, which is what growing match by match gives.
+int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl, int32_t r) {
+    int64_t at = FindBytes(m_data, m_length, 0, find, f);
+    if (at < 0)
+        return 0;
+    size_t size = static_cast<size_t>(m_length) + static_cast<size_t>(r - f) * 16 + 1;
+    char* out = ReallocBlock(nullptr, size);
+    size_t used = 0;
+    int32_t count = 0;
+    int64_t read = 0;
+    auto append = [&](char const* p, size_t n) {
+        if (used + n + 1 > size) {
+            size_t grown = std::max(used + n + 1, size * 2);
+            try {
+                out = ReallocBlock(out, grown);
+            } catch (...) {
+                std::free(out);
+                throw;
+            }
+            size = grown;
+        }
+        std::memcpy(out + used, p, n);
+        used += n;
+    };
+    while (at >= 0) {
+        append(m_data + read, static_cast<size_t>(at - read));
+        append(repl, static_cast<size_t>(r));
+        read = at + f;
+        ++count;
+        at = FindBytes(m_data, m_length, read, find, f);
+    }
+    append(m_data + read, static_cast<size_t>(m_length - read));
+    if (used >= INT32_MAX) {
+        std::free(out);
+        AfxThrowMemoryException();
+    }
+    auto length = static_cast<int32_t>(used);
+    if (m_locked) {
+        // The block must not move: the result is taken only when it fits.
+        if (HasRoomFor(length))
+            std::memcpy(m_data, out, used);
+        std::free(out);
+        if (!HasRoomFor(length))
+            return 0;
+        m_length = length;
+        return count;
+    }
+    int32_t capacity;
+    try {
+        capacity = StepSize(int64_t{length} + 1);
+        out = ReallocBlock(out, static_cast<size_t>(capacity));
+    } catch (...) {
+        std::free(out);
+        throw;
+    }
+    out[capacity - 1] = 0;
+    std::free(m_data);
+    InstallBlock(out, capacity);
+    m_length = length;
+    return count;
+}
+
+int32_t CGVBuffer::mReadFromFile(CFile& file) {
+    char chunk[512];
+    int32_t sum = 0;
+    for (;;) {
+        UINT got = file.Read(chunk, sizeof chunk);
+        if (got == 0)
+            break;
+        if (sum > INT32_MAX - static_cast<int32_t>(sizeof chunk))
+            AfxThrowMemoryException();  // the count read is a 32-bit result
+        mConcat(chunk, static_cast<int32_t>(got));
+        sum += static_cast<int32_t>(got);
+    }
+    if (sum >= m_capacity)
+        mReserve(sum + 1);
+    // The terminator is counted in the length; the block keeps one more byte of
+    // room so that the text view's own terminator stays inside it.
+    mReserve(m_length + 1);
+    if (sum < m_capacity)
+        m_data[sum] = 0;
+    if (HasRoomFor(int64_t{m_length} + 1))
+        ++m_length;
+    return sum;
+}
+
+CGVObject& CGVBuffer::operator=(CGVObject const& other) {
+    auto const* source = dynamic_cast<CGVBuffer const*>(&other);
+    if (source == nullptr || source == this)
+        return *this;
+    SetFromBytes(source->m_data, source->m_length);
+    return *this;
+}
+
+void CGVBuffer::SetFromBytes(char const* p, int32_t n) {
+    if (n < 0)
+        n = 0;
+    if (n > 0)
+        ReplaceBlockFor(n);
+    if (n > 0)
+        std::memcpy(m_data, p, static_cast<size_t>(n));
+    m_length = n;
+}
+
+int32_t CGVBuffer::mCompare(CGVObject const* other) const {
+    auto const* source = dynamic_cast<CGVBuffer const*>(other);
+    if (source == nullptr)
+        return -1;
+    int32_t common = std::min(m_length, source->m_length);
+    int order = common > 0 ? std::memcmp(m_data, source->m_data, static_cast<size_t>(common)) : 0;
+    if (order != 0)
+        return order < 0 ? -1 : 1;
+    if (m_length == source->m_length)
+        return 0;
+    return m_length < source->m_length ? -1 : 1;
+}
+
+int32_t CGVBuffer::mVisit(CGVObjectVisitor* visitor, int32_t param) {
+    return visitor ? visitor->mVisitBuffer(this, param) : 0;
+}

@@ -1,0 +1,190 @@
+// CGVBuffer: text stream body, archive form and variant conversions.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/platform/afxarchive.h"
+#include "gvlib/platform/afxdb.h"
+#include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/afxfile.h"
+
+namespace {
+
+std::string Content(CGVBuffer const& b) {
+    return b.mGetLength() > 0 ? std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())) : std::string();
+}
+
+// mInit with a count of 0 would read the bytes as text, so empty content is cleared.
+void Fill(CGVBuffer& b, std::string const& bytes) {
+    if (bytes.empty())
+        b.mClearBuffer();
+    else
+        b.mInit(bytes.data(), static_cast<int32_t>(bytes.size()));
+}
+
+std::vector<BYTE> Stored(CGVBuffer& b) {
+    CMemFile file;
+    {
+        CArchive ar(&file, CArchive::store);
+        b.Serialize(ar);
+    }
+    std::vector<BYTE> bytes(static_cast<size_t>(file.GetLength()));
+    file.SeekToBegin();
+    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+    return bytes;
+}
+
+void Load(std::vector<BYTE> bytes, CGVBuffer& b) {
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive ar(&file, CArchive::load);
+    b.Serialize(ar);
+}
+
+}  // namespace
+
+TEST(CGVBufferText, RoundTripsAnyBytes) {
+    const std::string contents[] = {"", std::string("a\0 b\n", 5), " ", "V3 xyz", std::string(70000, '\xFF')};
+    for (const std::string& content : contents) {
+        SCOPED_TRACE(content.size());
+        CGVBuffer b;
+        Fill(b, content);
+        std::ostringstream os;
+        os << b;
+        EXPECT_EQ("V" + std::to_string(content.size()) + " " + content + " ", os.str());
+        std::istringstream is(os.str() + "U1 ");
+        std::unique_ptr<CGVObject> back(CGVObject::mNew(is));
+        auto* buffer = dynamic_cast<CGVBuffer*>(back.get());
+        ASSERT_NE(nullptr, buffer);
+        EXPECT_EQ(content, Content(*buffer));
+        EXPECT_EQ('U', is.peek());
+    }
+}
+
+TEST(CGVBufferText, DamagedBodies) {
+    struct Row {
+        const char* input;
+        std::string want;
+    } rows[] = {
+        {"Vx abc ", ""},
+        {"V-5 abcdef", ""},
+        {"V5 ab", "ab"},
+        {"V2000000000 0123456789", "0123456789"},
+        {"V", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.input);
+        std::istringstream is(row.input);
+        CGVBuffer b;
+        Fill(b, "old content");
+        is >> b;
+        EXPECT_EQ(row.want, Content(b));
+        EXPECT_GE(b.mGetLength(), 0);
+    }
+}
+
+TEST(CGVBufferArchive, ExactBytes) {
+    struct Row {
+        std::string content;
+        std::vector<BYTE> bytes;
+    } rows[] = {
+        {"", {0x00, 0x00}},
+        {"ab", {0x02, 0x00, 0x61, 0x62}},
+        {std::string("\0\xFF", 2), {0x02, 0x00, 0x00, 0xFF}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.content.size());
+        CGVBuffer b;
+        Fill(b, row.content);
+        EXPECT_EQ(row.bytes, Stored(b));
+        CGVBuffer back;
+        Fill(back, "previous");
+        Load(row.bytes, back);
+        EXPECT_EQ(row.content, Content(back));
+    }
+}
+
+TEST(CGVBufferArchive, LongContentAndDamagedCounts) {
+    CGVBuffer big;
+    Fill(big, std::string(70000, 'z'));
+    std::vector<BYTE> bytes = Stored(big);
+    // 70000 does not fit the 16-bit count: FFFF, then 32 bits.
+    EXPECT_EQ((std::vector<BYTE>{0xFF, 0xFF, 0x70, 0x11, 0x01, 0x00}), std::vector<BYTE>(bytes.begin(), bytes.begin() + 6));
+    CGVBuffer back;
+    Load(bytes, back);
+    EXPECT_EQ(0, back.mCompare(&big));
+    // A count far beyond the data: what is there, and no huge block.
+    CGVBuffer damaged;
+    Load({0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 'a', 'b'}, damaged);
+    EXPECT_EQ("ab", Content(damaged));
+}
+
+TEST(CGVBufferVariant, FromOleVariant) {
+    CGVBuffer b;
+    COleVariant text("hi", VT_BSTRT);
+    b.mConvertFromOleVariant(text);
+    EXPECT_EQ(std::string("hi\0", 3), Content(b));
+
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, 3);
+    void* data = nullptr;
+    ASSERT_EQ(S_OK, SafeArrayAccessData(array, &data));
+    std::memcpy(data, "\x01\x00\x02", 3);
+    SafeArrayUnaccessData(array);
+    VARIANT raw;
+    VariantInit(&raw);
+    raw.vt = VT_ARRAY | VT_UI1;
+    raw.parray = array;
+    COleVariant bytes(raw);
+    VariantClear(&raw);
+    b.mConvertFromOleVariant(bytes);
+    EXPECT_EQ(std::string("\x01\x00\x02", 3), Content(b));
+
+    VARIANT emptyRaw;
+    VariantInit(&emptyRaw);
+    emptyRaw.vt = VT_ARRAY | VT_UI1;
+    emptyRaw.parray = SafeArrayCreateVector(VT_UI1, 0, 0);
+    COleVariant empty(emptyRaw);
+    VariantClear(&emptyRaw);
+    b.mConvertFromOleVariant(empty);
+    EXPECT_EQ(0, b.mGetLength());
+
+    Fill(b, "kept");
+    COleVariant number(LONG{0x1234});
+    b.mConvertFromOleVariant(number);  // not an array: unchanged
+    EXPECT_EQ("kept", Content(b));
+}
+
+TEST(CGVBufferVariant, ToOleVariantStopsAtTheFirstNul) {
+    CGVBuffer b;
+    Fill(b, std::string("ab\0cd", 5));
+    COleVariant out;
+    b.mConvertToOleVariant(&out);
+    ASSERT_EQ(VT_BSTR, out.vt);
+    EXPECT_EQ(2u, SysStringLen(out.bstrVal));
+    CGVBuffer none;
+    none.mConvertToOleVariant(&out);
+    EXPECT_EQ(0u, SysStringLen(out.bstrVal));
+}
+
+TEST(CGVBufferVariant, FromDBVariant) {
+    CGVBuffer b;
+    CDBVariant narrow;
+    narrow.m_dwType = DBVT_STRING;
+    narrow.m_pstring = new CString("abc");
+    b.mConvertFromDBVariant(narrow);
+    EXPECT_EQ(std::string("abc\0", 4), Content(b));
+    CDBVariant wide;
+    wide.m_dwType = DBVT_WSTRING;
+    wide.m_pstringW = new CStringW(L"\u00e9t\u00e9");
+    b.mConvertFromDBVariant(wide);
+    EXPECT_EQ(std::string("\xE9t\xE9\0", 4), Content(b));
+    CDBVariant number;
+    number.m_dwType = DBVT_LONG;
+    number.m_lVal = 5;
+    b.mConvertFromDBVariant(number);
+    EXPECT_EQ(std::string("\xE9t\xE9\0", 4), Content(b));
+}

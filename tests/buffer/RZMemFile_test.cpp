@@ -1,0 +1,61 @@
+// CRZMemFile: working in place on a buffer's block, detaching, copying out.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/buffer/RZMemFile.h"
+#include "gvlib/platform/afxexcept.h"
+
+namespace {
+
+std::string Content(CGVBuffer const& b) {
+    return b.mGetLength() > 0 ? std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())) : std::string();
+}
+
+}  // namespace
+
+TEST(CRZMemFile, ReadsAndWritesTheBufferInPlace) {
+    CGVBuffer b;
+    b.mConcat("hello", 5);
+    {
+        CRZMemFile file;
+        file.mAttachBuffer(&b);
+        EXPECT_EQ(reinterpret_cast<unsigned char*>(b.mGetBuffer()), file.mGetBuffer());
+        char read[8] = {};
+        EXPECT_EQ(5u, file.Read(read, sizeof read));
+        EXPECT_STREQ("hello", read);
+        file.SeekToBegin();
+        file.Write("J", 1);
+        EXPECT_EQ("Jello", Content(b));
+        file.SeekToEnd();
+        EXPECT_THROW(file.Write("!", 1), CMemoryException);
+    }
+    // The block went back to the buffer untouched; the length is the buffer's own.
+    EXPECT_EQ("Jello", Content(b));
+    b.mConcat(" world", 6);
+    EXPECT_EQ("Jello world", Content(b));
+}
+
+TEST(CRZMemFile, CopiesOutTheContent) {
+    CGVBuffer b;
+    b.mConcat("12345", 5);
+    CRZMemFile attached;
+    attached.mAttachBuffer(&b);
+    CGVBuffer copy;
+    attached.mGetBufferCopy(&copy);
+    EXPECT_EQ("12345", Content(copy));
+    EXPECT_NE(copy.mGetBuffer(), b.mGetBuffer());
+
+    CRZMemFile own;
+    own.Write("0123456789", 10);
+    own.mGetBufferCopy(&copy);
+    EXPECT_EQ("0123456789", Content(copy));
+
+    CRZMemFile emptied;
+    emptied.Write("xyz", 3);
+    emptied.SetLength(0);
+    emptied.mGetBufferCopy(&copy);
+    EXPECT_EQ(0, copy.mGetLength());
+}

@@ -1,0 +1,216 @@
+// CGVLong: assignment from other objects, comparison, variants and both serial forms.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <memory>
+#include <sstream>
+#include <vector>
+
+#include "gvlib/core/GVLong.h"
+#include "gvlib/core/GVObjectVisitor.h"
+#include "gvlib/platform/afxarchive.h"
+#include "gvlib/platform/afxdb.h"
+#include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/afxfile.h"
+#include "gvlib/string/GVString.h"
+
+namespace {
+
+class LongVisitor final : public CGVObjectVisitor {
+public:
+    int32_t mVisitBuffer(CGVBuffer*, int32_t) override { return -1; }
+    int32_t mVisitLong(CGVLong* value, int32_t param) override { return value->mGetValue() + param; }
+    int32_t mVisitString(CGVString*, int32_t) override { return -1; }
+};
+
+class Other : public CGVObject {};
+
+}  // namespace
+
+TEST(CGVLong, EmptyStatesAreZero) {
+    CGVLong seven(7);
+    std::unique_ptr<CGVObject> fresh(seven.mNew());
+    std::unique_ptr<CGVObject> copy(seven.mCopy());
+    EXPECT_EQ(0, dynamic_cast<CGVLong&>(*fresh).mGetValue());
+    EXPECT_EQ(7, dynamic_cast<CGVLong&>(*copy).mGetValue());
+    seven.mClear();
+    EXPECT_EQ(0, static_cast<int32_t>(seven));
+    EXPECT_EQ(0, CGVLong().mGetValue());
+}
+
+TEST(CGVLong, BitOperators) {
+    CGVLong v(0x0F);
+    v |= 0x30;
+    EXPECT_EQ(0x3F, v.mGetValue());
+    v &= 0x12;
+    EXPECT_EQ(0x12, v.mGetValue());
+}
+
+TEST(CGVLong, AssignFromStringReadsLikeAtol) {
+    struct Row {
+        const char* text;
+        int32_t want;
+    } rows[] = {
+        {"  42abc", 42}, {"abc", 0}, {"", 0}, {"\t\n-17", -17}, {"+8", 8}, {"- 3", 0},
+        {"2147483647", INT32_MAX}, {"2147483648", INT32_MAX}, {"-2147483648", INT32_MIN},
+        {"-2147483649", INT32_MIN}, {"99999999999999999999999", INT32_MAX}, {"0x10", 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        CGVLong v(5);
+        CGVString text(row.text);
+        v = static_cast<CGVObject const&>(text);
+        EXPECT_EQ(row.want, v.mGetValue());
+    }
+}
+
+TEST(CGVLong, AssignFromObjectsOfOtherClassesChangesNothing) {
+    CGVLong v(5);
+    CGVLong nine(9);
+    CGVObject& base = v;
+    base = static_cast<CGVObject const&>(nine);
+    EXPECT_EQ(9, v.mGetValue());
+    Other other;
+    EXPECT_NO_THROW(base = other);
+    EXPECT_EQ(9, v.mGetValue());
+}
+
+TEST(CGVLong, CompareIsSignedAndRefusesOtherClasses) {
+    CGVLong five(5), minus(-3), alsoFive(5);
+    CGVString text("5");
+    EXPECT_EQ(1, five.mCompare(&minus));
+    EXPECT_EQ(-1, minus.mCompare(&five));
+    EXPECT_EQ(0, five.mCompare(&alsoFive));
+    EXPECT_EQ(-1, five.mCompare(&text));
+    EXPECT_EQ(-1, five.mCompare(nullptr));
+}
+
+TEST(CGVLong, VisitCallsTheLongSlot) {
+    CGVLong v(40);
+    LongVisitor visitor;
+    EXPECT_EQ(42, v.mVisit(&visitor, 2));
+}
+
+TEST(CGVLong, FromOleVariant) {
+    COleVariant r4(-2.7f);
+    COleVariant r8(3.9);
+    COleVariant i2(short{-300});
+    COleVariant ui1(BYTE{200});
+    COleVariant yes(short{-1}, VT_BOOL);
+    COleVariant i4(LONG{123456});
+    COleVariant huge(3e10f);
+    struct Row {
+        const char* name;
+        COleVariant* variant;
+        int32_t want;
+    } rows[] = {
+        {"R4", &r4, -2}, {"R8 unchanged", &r8, 11}, {"I2", &i2, -300}, {"UI1", &ui1, 200},
+        {"BOOL", &yes, 1}, {"I4", &i4, 123456}, {"R4 out of range", &huge, INT32_MIN},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        CGVLong v(11);
+        v.mConvertFromOleVariant(*row.variant);
+        EXPECT_EQ(row.want, v.mGetValue());
+    }
+    COleVariant out;
+    CGVLong(-9).mConvertToOleVariant(&out);
+    EXPECT_EQ(VT_I4, out.vt);
+    EXPECT_EQ(-9, out.lVal);
+}
+
+TEST(CGVLong, FromDBVariant) {
+    struct Row {
+        DWORD type;
+        int32_t raw;
+        int32_t want;
+    } rows[] = {
+        {DBVT_BOOL, -1, -1}, {DBVT_BOOL, 2, 0}, {DBVT_BOOL, 1, 1}, {DBVT_UCHAR, 0xF0, 0xF0},
+        {DBVT_SHORT, -2, -2}, {DBVT_LONG, -70000, -70000}, {DBVT_DOUBLE, 0, 11},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.type);
+        CDBVariant variant;
+        variant.m_dwType = row.type;
+        if (row.type == DBVT_UCHAR)
+            variant.m_chVal = static_cast<unsigned char>(row.raw);
+        else if (row.type == DBVT_SHORT)
+            variant.m_iVal = static_cast<short>(row.raw);
+        else if (row.type == DBVT_DOUBLE)
+            variant.m_dblVal = 4.0;
+        else
+            variant.m_lVal = row.raw;
+        CGVLong v(11);
+        v.mConvertFromDBVariant(variant);
+        EXPECT_EQ(row.want, v.mGetValue());
+        variant.m_dwType = DBVT_NULL;
+    }
+}
+
+TEST(CGVLong, TextForm) {
+    struct Row {
+        int32_t value;
+        const char* form;
+    } rows[] = {{-15, "U-15 "}, {0, "U0 "}, {INT32_MIN, "U-2147483648 "}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.form);
+        CGVLong v(row.value);
+        std::ostringstream os;
+        os << v;
+        EXPECT_EQ(row.form, os.str());
+        std::istringstream is(os.str() + "U7 ");
+        CGVLong back(1), next(1);
+        is >> back >> next;
+        EXPECT_EQ(row.value, back.mGetValue());
+        EXPECT_EQ(7, next.mGetValue());
+    }
+    std::istringstream bad("Ux ");
+    CGVLong v(3);
+    bad >> v;
+    EXPECT_TRUE(bad.fail());
+}
+
+TEST(CGVLong, FactoryBuildsFromTagU) {
+    std::istringstream is("  U-4 ");
+    std::unique_ptr<CGVObject> obj(CGVObject::mNew(is));
+    auto* value = dynamic_cast<CGVLong*>(obj.get());
+    ASSERT_NE(nullptr, value);
+    EXPECT_EQ(-4, value->mGetValue());
+}
+
+TEST(CGVLong, ArchiveFormIsFourLittleEndianBytes) {
+    struct Row {
+        int32_t value;
+        std::vector<BYTE> bytes;
+    } rows[] = {
+        {1, {0x01, 0x00, 0x00, 0x00}},
+        {-2, {0xFE, 0xFF, 0xFF, 0xFF}},
+        {0x12345678, {0x78, 0x56, 0x34, 0x12}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.value);
+        CMemFile file;
+        {
+            CArchive ar(&file, CArchive::store);
+            CGVLong(row.value).Serialize(ar);
+        }
+        ASSERT_EQ(row.bytes.size(), file.GetLength());
+        std::vector<BYTE> got(row.bytes.size());
+        file.SeekToBegin();
+        file.Read(got.data(), static_cast<UINT>(got.size()));
+        EXPECT_EQ(row.bytes, got);
+        file.SeekToBegin();
+        CArchive in(&file, CArchive::load);
+        CGVLong back;
+        back.Serialize(in);
+        EXPECT_EQ(row.value, back.mGetValue());
+    }
+}
+
+TEST(CGVLong, ArchiveReadPastTheEndRaises) {
+    std::vector<BYTE> two = {0x01, 0x02};
+    CMemFile file(two.data(), 2);
+    CArchive in(&file, CArchive::load);
+    CGVLong v;
+    EXPECT_THROW(v.Serialize(in), CArchiveException);
+}
