@@ -9,3 +9,7 @@ if(GVLIB_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(gvlib_build_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(GVLIB_BUILD_FUZZERS)
+  # Coverage instrumentation for libFuzzer on every target, library included.
+  target_compile_options(gvlib_build_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

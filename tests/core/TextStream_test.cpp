@@ -1,0 +1,120 @@
+// The text stream format across classes: exact forms, round trips through the
+// factory, and every truncation of a valid form.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/core/GVLong.h"
+#include "gvlib/datetime/GVDate.h"
+#include "gvlib/string/GVString.h"
+
+namespace {
+
+std::string Written(CGVObject& obj) {
+    std::ostringstream os;
+    os << obj;
+    return os.str();
+}
+
+std::unique_ptr<CGVObject> Read(std::string const& form, std::istringstream& is) {
+    is.str(form);
+    is.clear();
+    return std::unique_ptr<CGVObject>(CGVObject::mNew(is));
+}
+
+}  // namespace
+
+TEST(TextStream, ExactForms) {
+    CGVLong minus(-15);
+    EXPECT_EQ("U-15 ", Written(minus));
+    CGVBuffer empty;
+    EXPECT_EQ("V0  ", Written(empty));
+    CGVBuffer bytes;
+    bytes.mInit("\0 \n", 3);
+    EXPECT_EQ(std::string("V3 \0 \n ", 7), Written(bytes));
+    CGVDate date(2004, 3, 7, 14, 5, 9);
+    EXPECT_EQ("W2004 3 7 14 5 9 ", Written(date));
+}
+
+TEST(TextStream, FactoryRoundTripsEveryClassBackToBack) {
+    CGVString text("T3 looks like a tag\r\n");
+    CGVLong number(-2147483647 - 1);
+    CGVBuffer bytes;
+    bytes.mInit("\xFF\0 V9 ", 6);
+    CGVDate date(1999, 12, 31, 23, 59, 58);
+    std::string all = Written(text) + Written(number) + Written(bytes) + Written(date);
+    std::istringstream is(all);
+    std::unique_ptr<CGVObject> objs[4];
+    for (auto& obj : objs) {
+        obj.reset(CGVObject::mNew(is));
+        ASSERT_NE(nullptr, obj);
+    }
+    EXPECT_EQ(0, text.mCompare(objs[0].get()));
+    EXPECT_EQ(0, number.mCompare(objs[1].get()));
+    EXPECT_EQ(0, bytes.mCompare(objs[2].get()));
+    EXPECT_EQ(0, date.mCompare(objs[3].get()));
+    EXPECT_EQ(nullptr, CGVObject::mNew(is));
+}
+
+// Cutting a valid form anywhere after its tag leaves the stream failed, whatever
+// the class; cutting it before the tag gives no object at all.
+TEST(TextStream, EveryTruncationLeavesTheStreamFailed) {
+    const std::string forms[] = {"T3 a b ", "T0  ", "U-15 ", std::string("V3 \0\1\2 ", 7), "V0  ",
+                                 "W2004 3 7 14 5 9 "};
+    for (std::string const& form : forms) {
+        for (size_t cut = 0; cut < form.size(); ++cut) {
+            SCOPED_TRACE(form.substr(0, cut));
+            std::istringstream is;
+            std::unique_ptr<CGVObject> obj = Read(form.substr(0, cut), is);
+            EXPECT_EQ(cut > 0, obj != nullptr);
+            EXPECT_TRUE(is.fail());
+        }
+        std::istringstream whole;
+        EXPECT_NE(nullptr, Read(form, whole));
+        EXPECT_FALSE(whole.fail());
+    }
+}
+
+TEST(TextStream, DamagedLengths) {
+    struct Row {
+        std::string form;
+        int32_t wantLength;
+    } rows[] = {
+        {"T-4 abcdef", 0},
+        {"T2000000000 0123456789", 10},
+        {"V-4 abcdef", 0},
+        {"V2000000000 0123456789", 10},
+        {"V99999999999 ab", 0},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.form);
+        std::istringstream is;
+        std::unique_ptr<CGVObject> obj = Read(row.form, is);
+        ASSERT_NE(nullptr, obj);
+        if (auto* s = dynamic_cast<CGVString*>(obj.get())) {
+            EXPECT_EQ(row.wantLength, s->GetLength());
+        }
+        if (auto* b = dynamic_cast<CGVBuffer*>(obj.get())) {
+            EXPECT_EQ(row.wantLength, b->mGetLength());
+            EXPECT_GE(b->mGetLength(), 0);
+        }
+    }
+}
+
+TEST(TextStream, WrongTagsAndWhiteSpace) {
+    std::istringstream is;
+    EXPECT_EQ(nullptr, Read("Z3 abc ", is));
+    EXPECT_EQ(nullptr, Read("   ", is));
+    EXPECT_EQ(nullptr, Read("", is));
+    std::unique_ptr<CGVObject> obj = Read(" \n\tU7 ", is);
+    ASSERT_NE(nullptr, dynamic_cast<CGVLong*>(obj.get()));
+    EXPECT_EQ(7, static_cast<CGVLong*>(obj.get())->mGetValue());
+    // A body of another class read through operator>>: its tag is taken unchecked.
+    std::istringstream other("T2 42 ");
+    CGVLong number(5);
+    other >> number;
+    EXPECT_EQ(2, number.mGetValue());
+}
