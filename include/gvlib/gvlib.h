@@ -15,6 +15,7 @@
 #include "gvlib/platform/gvplatform.h"
 #include "gvlib/platform/oleauto.h"
 #include "gvlib/platform/oledate.h"
+#include "gvlib/platform/volumes.h"
 #include "gvlib/platform/winnls.h"
 #include "gvlib/platform/wintypes.h"
 

@@ -1,5 +1,6 @@
 // CFile over POSIX file descriptors, and CMemFile over a malloc'd or attached block.
 #include "gvlib/platform/afxfile.h"
+#include "gvlib/platform/volumes.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -95,9 +96,18 @@ BOOL CFile::Open(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError) 
     if (nOpenFlags & modeNoInherit)
         flags |= O_CLOEXEC;
 
+    // Windows names (drive letters, backslashes) go through the volume map; plain
+    // host names are taken as they are.
+    std::string name = lpszFileName;
+    bool windowsForm = name.find('\\') != std::string::npos || (name.size() >= 2 && name[1] == ':');
+    if (windowsForm && name[0] != '/') {
+        name = gvplatform::WindowsToHostPath(name);
+        if (name.empty())
+            return fail(ENOENT);
+    }
     int fd;
     do
-        fd = ::open(lpszFileName, flags, 0666);
+        fd = ::open(name.c_str(), flags, 0666);
     while (fd < 0 && errno == EINTR);
     if (fd < 0)
         return fail(errno);

@@ -12,8 +12,12 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/crt_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_time.cpp
   ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/file_status.cpp
   ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olecurrency.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp
   ${CMAKE_CURRENT_LIST_DIR}/string_table.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/variant_time.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/variant_time.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/volume_map.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/win_path.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/win_volume.cpp)

@@ -27,9 +27,8 @@ struct CFileStatus {
 /// errno, except Open(name, flags, pError), which answers FALSE and fills *pError.
 /// The share flags are accepted and not enforced (the host has no mandatory locking);
 /// typeText and typeBinary are accepted and ignored, as the framework's CFile does.
-///
-/// CFile::GetStatus (static, by path) is not here: it belongs to the volume layer,
-/// which maps Windows paths and drives onto the host.
+/// Names are host paths, or Windows paths (C:\dir\a.txt, \\server\share\a.txt)
+/// resolved through the volume map.
 class GVLIB_API CFile {
 public:
     enum OpenFlags : UINT {
@@ -57,6 +56,11 @@ public:
         archive = 0x20
     };
     enum SeekPosition : UINT { begin = 0x0, current = 0x1, end = 0x2 };
+
+    /// The status of the file a Windows path names, as the framework found it: by
+    /// directory search, so a root or a name ending in a delimiter is not found
+    /// and a wildcard in the last component finds the first match.
+    static BOOL GetStatus(LPCTSTR lpszFileName, CFileStatus& rStatus);
 
     /// The handle of a closed file. Handles are host file descriptors.
     static constexpr int hFileNull = -1;

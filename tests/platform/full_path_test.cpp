@@ -1,0 +1,65 @@
+// GetFullPathNameA and the current directory through the volume map.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "gvlib/platform/volumes.h"
+
+namespace {
+
+std::string Full(const char* text) {
+    char buf[MAX_PATH];
+    DWORD n = GetFullPathNameA(text, MAX_PATH, buf, nullptr);
+    return n == 0 || n >= MAX_PATH ? std::string("<fail>") : std::string(buf, n);
+}
+
+}  // namespace
+
+TEST(FullPathName, LexicalRules) {
+    struct Row {
+        const char* in;
+        const char* want;
+    } rows[] = {
+        {"c:/test/..", "c:\\"},
+        {"c:///test\\..\\file\\..\\//", "c:\\"},
+        {"C:\\a\\.\\b\\..\\c", "C:\\a\\c"},
+        {"C:\\..\\..\\x", "C:\\x"},
+        {"C:\\dir\\name. . ", "C:\\dir\\name"},
+        {"C:\\dir\\", "C:\\dir\\"},
+        {"C:\\a.\\b", "C:\\a\\b"},
+        {"C:\\...\\b", "C:\\...\\b"},
+        {"\\\\server\\share\\a\\..\\b", "\\\\server\\share\\b"},
+        {"\\\\server\\share\\..\\..", "\\\\server\\share"},
+        {"D:\\", "D:\\"},
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.in);
+        EXPECT_EQ(row.want, Full(row.in));
+    }
+    EXPECT_EQ(0u, GetFullPathNameA("", MAX_PATH, nullptr, nullptr));
+}
+
+TEST(FullPathName, TooSmallBufferAnswersTheSizeNeeded) {
+    char buf[4];
+    EXPECT_EQ(7u, GetFullPathNameA("C:\\abc", sizeof buf, buf, nullptr));
+    char big[MAX_PATH];
+    char* part = nullptr;
+    EXPECT_EQ(10u, GetFullPathNameA("C:\\d\\f.txt", MAX_PATH, big, &part));
+    EXPECT_STREQ("f.txt", part);
+}
+
+TEST(FullPathName, RelativeFormsUseTheCurrentDirectories) {
+    gvplatform::ResetVolumes();
+    char saved[MAX_PATH];
+    ASSERT_GT(GetCurrentDirectoryA(MAX_PATH, saved), 0u);
+    ASSERT_TRUE(SetCurrentDirectoryA("C:\\usr"));
+    char cwd[MAX_PATH];
+    GetCurrentDirectoryA(MAX_PATH, cwd);
+    EXPECT_STREQ("C:\\usr", cwd);
+    EXPECT_EQ("C:\\usr\\lib\\x", Full("lib\\x"));
+    EXPECT_EQ("C:\\x", Full("\\x"));
+    EXPECT_EQ("C:\\usr\\x", Full("C:x"));
+    EXPECT_EQ("D:\\x", Full("D:x"));  // a drive never visited: its root
+    EXPECT_FALSE(SetCurrentDirectoryA("C:\\no\\such\\directory"));
+    ASSERT_TRUE(SetCurrentDirectoryA(saved));
+}

@@ -1,0 +1,96 @@
+// The volume map: drives and shares on temporary directories.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+#include "gvlib/platform/afxfile.h"
+#include "gvlib/platform/volumes.h"
+
+namespace {
+
+class Volumes : public ::testing::Test {
+protected:
+    void SetUp() override {
+        root_ = ::testing::TempDir() + "gvlib_volumes_XXXXXX";
+        ASSERT_NE(nullptr, mkdtemp(&root_[0]));
+        mkdir((root_ + "/Docs").c_str(), 0755);
+        std::ofstream(root_ + "/Docs/report.txt") << "data";
+        gvplatform::VolumeOptions shortNames;
+        shortNames.maxComponentLength = 12;
+        shortNames.volumeName = "SHORT";
+        gvplatform::MapDrive('s', root_, shortNames);
+        gvplatform::VolumeOptions removable;
+        removable.driveType = gvplatform::kDriveRemovable;
+        gvplatform::MapDrive('R', root_, removable);
+        gvplatform::MapShare("\\\\server\\share", root_);
+    }
+    void TearDown() override {
+        gvplatform::ResetVolumes();
+        std::remove((root_ + "/Docs/report.txt").c_str());
+        rmdir((root_ + "/Docs").c_str());
+        rmdir(root_.c_str());
+    }
+    std::string root_;
+};
+
+}  // namespace
+
+TEST_F(Volumes, VolumeInformationAndDriveTypes) {
+    char name[MAX_PATH], fs[MAX_PATH];
+    DWORD serial = 0, maxComponent = 0, flags = 0;
+    uint32_t before = gvplatform::VolumeQueryCount();
+    ASSERT_TRUE(GetVolumeInformationA("S:\\", name, MAX_PATH, &serial, &maxComponent, &flags, fs, MAX_PATH));
+    EXPECT_STREQ("SHORT", name);
+    EXPECT_EQ(12u, maxComponent);
+    EXPECT_NE(0u, serial);
+    ASSERT_TRUE(GetVolumeInformationA("\\\\SERVER\\share\\", nullptr, 0, nullptr, &maxComponent, nullptr, nullptr, 0));
+    EXPECT_GE(maxComponent, 255u);  // what the host reports
+    EXPECT_FALSE(GetVolumeInformationA("S:", nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
+    EXPECT_FALSE(GetVolumeInformationA("Q:\\", nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
+    EXPECT_EQ(before + 4, gvplatform::VolumeQueryCount());
+    EXPECT_EQ(static_cast<UINT>(DRIVE_FIXED), GetDriveTypeA("s:\\"));
+    EXPECT_EQ(static_cast<UINT>(DRIVE_REMOVABLE), GetDriveTypeA("R:\\"));
+    EXPECT_EQ(static_cast<UINT>(DRIVE_NO_ROOT_DIR), GetDriveTypeA("Q:\\"));
+    EXPECT_EQ(static_cast<UINT>(DRIVE_FIXED), GetDriveTypeA("C:\\"));
+    gvplatform::UnmapDrive('C');
+    EXPECT_EQ(static_cast<UINT>(DRIVE_NO_ROOT_DIR), GetDriveTypeA("C:\\"));
+}
+
+TEST_F(Volumes, NamesResolveWithoutRegardToCase) {
+    CFileStatus status;
+    ASSERT_TRUE(CFile::GetStatus("S:\\DOCS\\REPORT.TXT", status));
+    // As the framework does, only the name found takes its stored spelling.
+    EXPECT_STREQ("S:\\DOCS\\report.txt", status.m_szFullName);
+    EXPECT_EQ(4u, status.m_size);
+    EXPECT_EQ(0, status.m_attribute & CFile::directory);
+    ASSERT_TRUE(CFile::GetStatus("\\\\server\\share\\docs", status));
+    EXPECT_NE(0, status.m_attribute & CFile::directory);
+    EXPECT_FALSE(CFile::GetStatus("S:\\docs\\", status));  // a directory search refuses a trailing delimiter
+    EXPECT_FALSE(CFile::GetStatus("S:\\", status));
+    EXPECT_FALSE(CFile::GetStatus("S:\\docs\\missing.txt", status));
+    EXPECT_FALSE(CFile::GetStatus("Q:\\docs", status));
+    ASSERT_TRUE(CFile::GetStatus("S:\\docs\\*.TXT", status));
+    EXPECT_STREQ("S:\\docs\\report.txt", status.m_szFullName);
+    char shortName[MAX_PATH];
+    ASSERT_GT(GetShortPathNameA("s:/DOCS/Report.Txt", shortName, MAX_PATH), 0u);
+    EXPECT_STREQ("s:\\Docs\\report.txt", shortName);
+    EXPECT_EQ(0u, GetShortPathNameA("S:\\docs\\none.txt", shortName, MAX_PATH));
+    CFile file;
+    ASSERT_TRUE(file.Open("S:\\DOCS\\REPORT.TXT", CFile::modeRead));
+    EXPECT_EQ(4u, file.GetLength());
+}
+
+TEST_F(Volumes, HostAndWindowsPathsTranslate) {
+    EXPECT_EQ("S:\\Docs", gvplatform::HostToWindowsPath(root_ + "/Docs"));  // the longest mapped prefix
+    EXPECT_EQ("C:\\usr\\lib", gvplatform::HostToWindowsPath("/usr/lib"));
+    EXPECT_EQ(root_ + "/Docs/report.txt", gvplatform::WindowsToHostPath("s:\\docs\\REPORT.txt"));
+    EXPECT_EQ("", gvplatform::WindowsToHostPath("Q:\\x"));
+    EXPECT_EQ("", gvplatform::WindowsToHostPath("\\\\other\\share\\x"));
+    gvplatform::UnmapDrive('C');
+    EXPECT_EQ("", gvplatform::HostToWindowsPath("/usr/lib"));
+}
