@@ -107,11 +107,11 @@ void BM_PutChar_OStringStream(benchmark::State& state) {
 
 }  // namespace
 
-BENCHMARK(BM_ReplaceAllGrowing_Buffer)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ReplaceAllGrowing_String)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ReplaceAllShrinking_Buffer)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ReplaceAllShrinking_String)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Concat100_Buffer)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Concat100_String)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PutChar_QXStringStream)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PutChar_OStringStream)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReplaceAllGrowing_Buffer)->Name("ReplaceAll_a_by_aa_8MiB/gvlib")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReplaceAllGrowing_String)->Name("ReplaceAll_a_by_aa_8MiB/peer")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReplaceAllShrinking_Buffer)->Name("ReplaceAll_ab_by_empty_8MiB/gvlib")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReplaceAllShrinking_String)->Name("ReplaceAll_ab_by_empty_8MiB/peer")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Concat100_Buffer)->Name("Concat_100B_to_64MiB/gvlib")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Concat100_String)->Name("Concat_100B_to_64MiB/peer")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PutChar_QXStringStream)->Name("StreamPut_64MiB/gvlib")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PutChar_OStringStream)->Name("StreamPut_64MiB/peer")->Unit(benchmark::kMillisecond);

@@ -14,19 +14,7 @@
 #include "platform/crt_text.h"
 #include "platform/string_table.h"
 
-namespace gvplatform::detail {
 
-// A block is the header followed by the text and a NUL. nRefs counts the strings
-// sharing it; -1 marks a block locked by LockBuffer, which is never shared.
-struct CStringData {
-    std::atomic<int32_t> nRefs;
-    int32_t nDataLength;
-    int32_t nAllocLength;
-
-    char* data() noexcept { return reinterpret_cast<char*>(this + 1); }
-};
-
-}  // namespace gvplatform::detail
 
 namespace {
 
@@ -78,10 +66,6 @@ void Free(Data* p) noexcept {
 }
 
 }  // namespace
-
-CStringT<char>::Data* CStringT<char>::GetData() const noexcept {
-    return reinterpret_cast<Data*>(m_pszData) - 1;
-}
 
 void CStringT<char>::Attach(Data* pData) noexcept { m_pszData = pData->data(); }
 
@@ -192,8 +176,6 @@ CStringT<char>& CStringT<char>::operator=(char ch) {
 }
 
 // ---- storage ----------------------------------------------------------------------
-
-int CStringT<char>::GetLength() const noexcept { return GetData()->nDataLength; }
 
 int CStringT<char>::GetAllocLength() const noexcept { return GetData()->nAllocLength; }
 
@@ -390,7 +372,16 @@ void CStringT<char>::Append(const char* psz) { Append(psz, SafeLength(psz)); }
 
 void CStringT<char>::Append(const CStringT& str) { Append(str.m_pszData, str.GetLength()); }
 
-void CStringT<char>::AppendChar(char ch) { Append(&ch, 1); }
+void CStringT<char>::AppendChar(char ch) {
+    // The common case: a block of our own with room to spare.
+    Data* p = GetData();
+    if (p->nRefs.load(std::memory_order_relaxed) == 1 && p->nDataLength < p->nAllocLength) {
+        m_pszData[p->nDataLength++] = ch;
+        m_pszData[p->nDataLength] = '\0';
+        return;
+    }
+    Append(&ch, 1);
+}
 
 CStringT<char>& CStringT<char>::operator+=(const CStringT& str) {
     Append(str);

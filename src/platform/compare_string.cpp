@@ -96,12 +96,15 @@ CollatorPtr OpenCollator(const std::string& locale, DWORD flags) {
 // process: comparisons run inside sorts and must not open one each. ICU collators
 // may be shared between threads for comparing; the lock guards only the map, and a
 // thread remembers its last collator so that a sort takes no lock at all.
-UCollator* CachedCollator(LCID lcid, DWORD flags) {
+struct CollatorSlot {
+    uint64_t key = UINT64_MAX;
+    UCollator* collator = nullptr;
+};
+
+UCollator* CachedCollator(LCID lcid, DWORD flags, CollatorSlot& last) {
     const uint64_t key = (static_cast<uint64_t>(lcid) << 32) | (flags & kCollatorFlags);
-    thread_local uint64_t lastKey = UINT64_MAX;
-    thread_local UCollator* lastCollator = nullptr;
-    if (key == lastKey)
-        return lastCollator;
+    if (key == last.key)
+        return last.collator;
 
     static std::mutex mutex;
     static std::map<uint64_t, CollatorPtr> cache;
@@ -116,9 +119,9 @@ UCollator* CachedCollator(LCID lcid, DWORD flags) {
             return nullptr;
         it = cache.emplace(key, std::move(c)).first;
     }
-    lastKey = key;
-    lastCollator = it->second.get();
-    return lastCollator;
+    last.key = key;
+    last.collator = it->second.get();
+    return last.collator;
 }
 
 // ---- word sort -------------------------------------------------------------------------
@@ -145,17 +148,18 @@ int32_t SpecialWeight(unsigned char byte) {
 // Decodes Windows-1252 to UTF-16; with `marks`, hyphens and apostrophes go there instead.
 void Decode(const char* text, int32_t count, std::u16string& units, std::vector<SpecialMark>* marks) {
     const auto& table = gvplatform::detail::Cp1252ToUtf16Table();
-    units.clear();
     if (marks)
         marks->clear();
+    units.resize(static_cast<std::size_t>(count));
+    char16_t* out = &units[0];
     for (int32_t i = 0; i < count; ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
-        const int32_t weight = marks ? SpecialWeight(byte) : 0;
-        if (weight != 0)
-            marks->push_back({i, weight});
+        if (marks && (byte == '\'' || byte == '-'))
+            marks->push_back({i, SpecialWeight(byte)});
         else
-            units.push_back(table[byte]);
+            *out++ = table[byte];
     }
+    units.resize(static_cast<std::size_t>(out - units.data()));
 }
 
 // The tie-break: no marks first, then mark by mark, a shorter list before a longer.
@@ -211,16 +215,24 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
     const int32_t count2 = CountOf(lpString2, cchCount2);
     if (count1 < 0 || count2 < 0)
         return Fail(ERROR_INVALID_PARAMETER);
-    UCollator* collator = CachedCollator(ResolveLcid(Locale), dwCmpFlags);
+    // One block per thread, so that a comparison inside a sort allocates nothing
+    // and reaches its thread-local state once.
+    thread_local struct {
+        CollatorSlot last;
+        std::u16string units1, units2;
+        std::vector<SpecialMark> marks1, marks2;
+    } scratch;
+    UCollator* collator = CachedCollator(ResolveLcid(Locale), dwCmpFlags, scratch.last);
     if (!collator)
         return Fail(ERROR_INVALID_PARAMETER);
+    auto& units1 = scratch.units1;
+    auto& units2 = scratch.units2;
+    auto& marks1 = scratch.marks1;
+    auto& marks2 = scratch.marks2;
 
     // Ignoring symbols drops hyphen and apostrophe with the rest; the string sort
     // keeps them as ordinary symbols. Only the word sort sets them apart.
     const bool wordSort = (dwCmpFlags & (SORT_STRINGSORT | NORM_IGNORESYMBOLS)) == 0;
-    // Kept per thread so that a comparison inside a sort allocates nothing.
-    thread_local std::u16string units1, units2;
-    thread_local std::vector<SpecialMark> marks1, marks2;
     Decode(lpString1, count1, units1, wordSort ? &marks1 : nullptr);
     Decode(lpString2, count2, units2, wordSort ? &marks2 : nullptr);
     const UCollationResult main =

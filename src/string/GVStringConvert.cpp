@@ -3,6 +3,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <typeinfo>
 
 #include "core/stream_io.h"
 #include "gvlib/core/GVObjectVisitor.h"
@@ -22,7 +23,11 @@ CGVObject& CGVString::operator=(CGVObject const& other) {
 }
 
 int32_t CGVString::mCompare(CGVObject const* other) const {
-    auto const* text = dynamic_cast<CGVString const*>(other);
+    // An exact type check first: it is a pointer comparison, where the cast
+    // walks the class hierarchy on every comparison of a sort.
+    auto const* text = (other != nullptr && typeid(*other) == typeid(CGVString))
+                           ? static_cast<CGVString const*>(other)
+                           : dynamic_cast<CGVString const*>(other);
     if (text == nullptr)
         return -1;
     // CSTR_LESS_THAN (1), CSTR_EQUAL (2), CSTR_GREATER_THAN (3), or 0 on failure.

@@ -1,6 +1,7 @@
 // CStringT<char>: the framework's counted narrow string, copy-on-write.
 #pragma once
 
+#include <atomic>
 #include <cstdarg>
 #include <cstdint>
 #include <string>
@@ -15,8 +16,16 @@ template <typename BaseType>
 class CStringT;
 
 namespace gvplatform::detail {
-struct CStringData;
-}
+/// The block behind every non-empty string: this header, then the text and a NUL.
+/// nRefs counts the strings sharing it; -1 marks a block locked by LockBuffer.
+struct CStringData {
+    std::atomic<int32_t> nRefs;
+    int32_t nDataLength;
+    int32_t nAllocLength;
+
+    char* data() noexcept { return reinterpret_cast<char*>(this + 1); }
+};
+}  // namespace gvplatform::detail
 
 /// The counted narrow string. Copies share one block until either side changes
 /// (so two copies report the same buffer address); text may hold NUL bytes.
@@ -49,7 +58,7 @@ public:
     CStringT& operator=(char ch);
 
     // Length and raw access.
-    int GetLength() const noexcept;
+    int GetLength() const noexcept { return GetData()->nDataLength; }
     bool IsEmpty() const noexcept { return GetLength() == 0; }
     void Empty() noexcept;
     operator PCXSTR() const noexcept { return m_pszData; }
@@ -159,7 +168,7 @@ public:
 
 private:
     typedef gvplatform::detail::CStringData Data;
-    Data* GetData() const noexcept;
+    Data* GetData() const noexcept { return reinterpret_cast<Data*>(m_pszData) - 1; }
     void Release() noexcept;
     void Attach(Data* pData) noexcept;
     PXSTR PrepareWrite(int nLength);

@@ -1,0 +1,122 @@
+// Strings against std::string on copying and modifying, and mCompare under
+// locale 1033 against an ICU collator used directly on the same words.
+#include <benchmark/benchmark.h>
+#include <unicode/ucol.h>
+#include <unicode/ustring.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "gvlib/string/GVString.h"
+
+namespace {
+
+void Copy_gvlib(benchmark::State& state) {
+    CGVString source(CGVString('x', static_cast<int>(state.range(0))));
+    for (auto _ : state) {
+        CGVString copy(source);  // shares the block
+        benchmark::DoNotOptimize(copy.GetString());
+    }
+}
+
+void Copy_peer(benchmark::State& state) {
+    std::string source(static_cast<size_t>(state.range(0)), 'x');
+    for (auto _ : state) {
+        std::string copy(source);
+        benchmark::DoNotOptimize(copy.data());
+    }
+}
+
+void CopyModify_gvlib(benchmark::State& state) {
+    CGVString source(CGVString('x', static_cast<int>(state.range(0))));
+    for (auto _ : state) {
+        CGVString copy(source);
+        copy.SetAt(0, 'y');  // the first change takes a block of its own
+        benchmark::DoNotOptimize(copy.GetString());
+    }
+}
+
+void CopyModify_peer(benchmark::State& state) {
+    std::string source(static_cast<size_t>(state.range(0)), 'x');
+    for (auto _ : state) {
+        std::string copy(source);
+        copy[0] = 'y';
+        benchmark::DoNotOptimize(copy.data());
+    }
+}
+
+void Append_gvlib(benchmark::State& state) {
+    for (auto _ : state) {
+        CGVString s;
+        for (int64_t i = 0; i < state.range(0); ++i)
+            s += 'x';
+        benchmark::DoNotOptimize(s.GetString());
+    }
+}
+
+void Append_peer(benchmark::State& state) {
+    for (auto _ : state) {
+        std::string s;
+        for (int64_t i = 0; i < state.range(0); ++i)
+            s += 'x';
+        benchmark::DoNotOptimize(s.data());
+    }
+}
+
+// Short words with the mixes the word sort cares about: case, hyphens, digits, accents.
+std::vector<std::string> Words() {
+    std::mt19937 random(42);
+    const char letters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-'\xE4\xE9";
+    std::vector<std::string> words(2048);
+    for (auto& w : words) {
+        size_t n = 3 + random() % 8;
+        for (size_t i = 0; i < n; ++i)
+            w += letters[random() % (sizeof letters - 1)];
+    }
+    return words;
+}
+
+void Compare1033_gvlib(benchmark::State& state) {
+    GVSetSortLCID(1033);
+    std::vector<CGVString> words;
+    for (auto const& w : Words())
+        words.emplace_back(w.c_str());
+    size_t i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(words[i & 2047].mCompare(&words[(i * 7 + 1) & 2047]));
+        ++i;
+    }
+}
+
+void Compare1033_peer(benchmark::State& state) {
+    UErrorCode err = U_ZERO_ERROR;
+    std::unique_ptr<UCollator, void (*)(UCollator*)> collator(ucol_open("en_US", &err), ucol_close);
+    std::vector<std::u16string> words;
+    for (auto const& w : Words()) {
+        std::u16string u;
+        for (char c : w)
+            u.push_back(static_cast<char16_t>(static_cast<unsigned char>(c)));  // Latin-1 part of 1252
+        words.push_back(u);
+    }
+    size_t i = 0;
+    for (auto _ : state) {
+        auto const& a = words[i & 2047];
+        auto const& b = words[(i * 7 + 1) & 2047];
+        benchmark::DoNotOptimize(ucol_strcoll(collator.get(), a.data(), static_cast<int32_t>(a.size()), b.data(),
+                                              static_cast<int32_t>(b.size())));
+        ++i;
+    }
+}
+
+}  // namespace
+
+BENCHMARK(Copy_gvlib)->Name("Copy/gvlib")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(Copy_peer)->Name("Copy/peer")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(CopyModify_gvlib)->Name("CopyModify/gvlib")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(CopyModify_peer)->Name("CopyModify/peer")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(Append_gvlib)->Name("AppendChar/gvlib")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(Append_peer)->Name("AppendChar/peer")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(Compare1033_gvlib)->Name("Compare1033/gvlib");
+BENCHMARK(Compare1033_peer)->Name("Compare1033/peer");
