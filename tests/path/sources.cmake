@@ -1,0 +1,3 @@
+target_sources(gvlib_tests PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathModel_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathTrim_test.cpp)
