@@ -1,4 +1,5 @@
 # GVPathExplode.cpp joins the build together with the string array it uses.
 target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVPathModel.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathTrim.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathTrim.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathComponents.cpp)

@@ -1,3 +1,4 @@
 target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVPathModel_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathTrim_test.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathTrim_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathComponents_test.cpp)
