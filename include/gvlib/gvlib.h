@@ -28,4 +28,5 @@
 #include "gvlib/core/QXStringStream.h"
 #include "gvlib/datetime/GVDate.h"
 #include "gvlib/datetime/GVMoney.h"
+#include "gvlib/path/GVPath.h"
 #include "gvlib/string/GVString.h"

@@ -1,0 +1,198 @@
+// CGVPath: names, extensions, directories and volumes; joining and cutting
+// components. Explode and Implode live in GVPathExplode.cpp.
+#include "gvlib/path/GVPath.h"
+
+#include "gvlib/platform/afxstr.h"
+#include "path/path_internal.h"
+
+using gvpath::detail::IsDelimiter;
+
+namespace {
+
+// Index of the first backslash or slash at or after `start`, or -1.
+int FindAnyDelimiter(CGVString const& text, int start) {
+    for (int i = start, n = text.GetLength(); i < n; ++i) {
+        if (IsDelimiter(text.GetAt(i)))
+            return i;
+    }
+    return -1;
+}
+
+// The text up to and including the delimiter at `delimiter`, or all of it.
+CGVPath UpToDelimiter(CGVString const& text, int delimiter) {
+    return CGVPath(delimiter < 0 ? text : text.Left(delimiter + 1));
+}
+
+}  // namespace
+
+// ---- Names and extensions ---------------------------------------------------------------
+
+CGVPath CGVPath::GetName() {
+    int i = FindLastPathDelimiter();
+    return i < 0 ? CGVPath(*this) : CGVPath(Mid(i + 1));
+}
+
+CGVPath CGVPath::GetNameOnly() {
+    CGVPath name = GetName();
+    name.TrimExtension();
+    return name;
+}
+
+CGVPath CGVPath::GetExtension() {
+    int i = FindLastTypeDelimiter();
+    return i < 0 ? CGVPath() : CGVPath(Mid(i + 1));
+}
+
+void CGVPath::AppendExtension(char const* extension) {
+    CGVString::operator+=(FILE_TYPE_DELIMITER);
+    if (extension != nullptr)
+        CGVString::operator+=(extension);
+}
+
+void CGVPath::SetExtension(char const* extension) {
+    if (extension == nullptr || *extension == '\0')
+        return;
+    TrimExtension();
+    AppendExtension(extension);
+}
+
+void CGVPath::SetExtension(int id) {
+    CString extension;
+    extension.LoadString(static_cast<UINT>(id));
+    SetExtension(extension.GetString());
+}
+
+void CGVPath::TrimExtension() {
+    int i = FindLastTypeDelimiter();
+    if (i >= 0)
+        TrimRight(i);
+}
+
+// ---- Directories ------------------------------------------------------------------------
+
+CGVPath CGVPath::GetDirectory() {
+    int i = FindLastPathDelimiter();
+    bool addDelimiter = false;
+    if (i < 0) {
+        // A drive-relative name such as C:name lives in the root of its drive.
+        addDelimiter = ReverseFind(CHAR_DISK_DELIMITER) == 1;
+        i = addDelimiter ? 2 : 0;
+    }
+    CGVPath directory(Left(i));
+    if (addDelimiter)
+        directory.AppendDelimiter(FILE_PATH_DELIMITER);
+    return directory;
+}
+
+CGVPath CGVPath::GetParentDirectory() {
+    CGVPath parent(*this);
+    // An empty path has no last character to look at, and no parent.
+    if (parent.IsEmpty())
+        return parent;
+    if (IsDelimiter(parent.GetAt(parent.GetLength() - 1)))
+        parent.TrimRightDelimiters(0);
+    parent.TrimRightPath();
+    parent.AppendDelimiter(FILE_PATH_DELIMITER);
+    return parent;
+}
+
+// ---- Joining ----------------------------------------------------------------------------
+
+void CGVPath::AppendPath(char const* tail, char delimiter, int whitespace) {
+    if (IsEmpty())
+        return;
+    CGVString joint = FILE_PATH_DELIMITER;
+    if (delimiter != '\0') {
+        joint = delimiter;
+    } else {
+        // The path's own kind: the delimiter nearest its end decides.
+        for (int i = GetLength() - 1; i >= 0; --i) {
+            if (IsDelimiter(GetAt(i))) {
+                joint = GetAt(i) == CHAR_UNIX_DELIMITER ? FILE_UNIX_DELIMITER : FILE_PATH_DELIMITER;
+                break;
+            }
+        }
+    }
+    CGVPath rest(tail);
+    if (delimiter != '\0') {
+        char const set[] = {delimiter, '\0'};
+        TrimRightCharacters(set, whitespace);
+        rest.TrimLeftCharacters(set, whitespace);
+    } else {
+        TrimRightDelimiters(whitespace);
+        rest.TrimLeftDelimiters(whitespace);
+    }
+    CGVString::operator+=(joint);
+    CGVString::operator+=(rest);
+}
+
+void CGVPath::AppendPath(int id, char delimiter, int whitespace) {
+    CString tail;
+    tail.LoadString(static_cast<UINT>(id));
+    AppendPath(tail.GetString(), delimiter, whitespace);
+}
+
+void CGVPath::AppendDelimiter(char const* text) { AppendPath(text, '\0', 0); }
+
+void CGVPath::AppendWildcard() { AppendPath(FILE_WILDCARD, '\0', 0); }
+
+// ---- Cutting the last component ------------------------------------------------------------
+
+void CGVPath::TrimRightPath() { PrivateTrimRightPath('\0'); }
+
+void CGVPath::PrivateTrimRightPath(char delimiter) {
+    // A cut that leaves no such delimiter from index 2 on has reached a root
+    // (C:, \\server, or a one-letter relative name), which keeps a delimiter.
+    auto cutAt = [this](char at, CGVString const& rootDelimiter) {
+        TrimRight(ReverseFind(at));
+        if (Find(at, 2) < 0)
+            AppendDelimiter(rootDelimiter);
+    };
+    if (delimiter != '\0' && Find(delimiter) >= 0)
+        cutAt(delimiter, FILE_PATH_DELIMITER);
+    else if (Find(CHAR_PATH_DELIMITER) >= 0)
+        cutAt(CHAR_PATH_DELIMITER, FILE_PATH_DELIMITER);
+    else if (Find(CHAR_UNIX_DELIMITER) >= 0)
+        cutAt(CHAR_UNIX_DELIMITER, FILE_UNIX_DELIMITER);
+}
+
+// ---- Volumes ----------------------------------------------------------------------------
+
+CGVPath CGVPath::GetVolume() {
+    int length = GetLength();
+    if (length == 0)
+        return CGVPath();
+    char first = GetAt(0);
+    if (first == CHAR_PATH_DELIMITER && length >= 2) {
+        if (GetAt(1) != CHAR_PATH_DELIMITER)
+            return CGVPath();
+        // \\server\share\x: the server and its delimiter, not the share.
+        return UpToDelimiter(*this, FindAnyDelimiter(*this, 2));
+    }
+    if (IsLegalDriveLetter(first) && length >= 2)
+        return GetAt(1) == CHAR_DISK_DELIMITER ? CGVPath(Left(2)) : CGVPath();
+    if (IsURL()) {
+        // A URL whose scheme begins with neither a letter nor a backslash: its
+        // scheme, up to two slashes and the host, with the delimiter after it.
+        int host = Find(CHAR_URL_SCHEME_DELIMITER) + 1;
+        for (int skipped = 0; skipped < 2 && GetAt(host) == CHAR_URL_PATH_DELIMITER; ++skipped)
+            ++host;
+        return UpToDelimiter(*this, FindAnyDelimiter(*this, host));
+    }
+    return CGVPath();
+}
+
+void CGVPath::TrimVolume() {
+    int n = GetVolume().GetLength();
+    if (n > 0)
+        TrimLeft(n);
+}
+
+void CGVPath::SetVolume(char const* volume) {
+    int n = GetVolume().GetLength();
+    if (n == 0)
+        return;
+    CGVPath rest(Mid(n));
+    CGVString::operator=(volume);
+    AppendPath(rest, '\0', 0);
+}

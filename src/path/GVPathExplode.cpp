@@ -1,0 +1,42 @@
+// CGVPath: splitting a path into its volume and components, and joining them.
+// Kept apart because it needs the string array.
+#include "gvlib/array/GVStringArray.h"
+#include "gvlib/path/GVPath.h"
+#include "path/path_internal.h"
+
+using gvpath::detail::IsDelimiter;
+
+void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
+    // GetVolume is not const; it reads a copy.
+    volume = CGVPath(*this).GetVolume();
+    parts.mClear();
+    int length = GetLength();
+    int i = volume.GetLength();
+    while (i < length) {
+        // Runs of delimiters, leading or trailing, make no empty parts.
+        while (i < length && IsDelimiter(GetAt(i)))
+            ++i;
+        int start = i;
+        while (i < length && !IsDelimiter(GetAt(i)))
+            ++i;
+        if (i > start) {
+            CGVString part = Mid(start, i - start);
+            parts.mAdd(&part);
+        }
+    }
+}
+
+void CGVPath::Implode(char const* volume, CGVStringArray const& parts) {
+    CGVString::operator=(volume);
+    for (int i = 0; i < parts.mGetNumItems(); ++i) {
+        // An empty slot leaves the destination as it was: start each one empty.
+        CGVString part;
+        parts.mGetArrayItem(&part, i);
+        if (part.IsEmpty())
+            continue;
+        if (IsEmpty())
+            CGVString::operator=(part);
+        else
+            AppendPath(part, '\0', 0);
+    }
+}

@@ -1,0 +1,34 @@
+// What the path sources share but the host never sees: the implementation's
+// constant character sets and the byte tests every path member uses.
+#pragma once
+
+#include <cstring>
+
+#include "gvlib/string/GVString.h"
+#include "platform/crt_text.h"
+
+namespace gvpath::detail {
+
+// Defined in GVPathModel.cpp, after the class's public constants, so that all of
+// them are constructed in one translation unit in a fixed order.
+extern CGVString const URL_DOUBLE_SLASH;           // "//"
+extern CGVString const SPACE_BEFORE_DELIMITER;     // " \"
+extern CGVString const TRIPLE_DOT;                 // "..."
+extern CGVString const BAD_PATH_CHARACTERS_LONG;   // *?"<>|
+extern CGVString const BAD_PATH_CHARACTERS_SHORT;  // *?"<>|+,[]= and a space
+extern CGVString const BAD_NAME_CHARACTERS_LONG;   // \/: then *?"<>|
+extern CGVString const BAD_NAME_CHARACTERS_SHORT;  // \/:; then *?"<>|+,[]= and a space
+extern CGVString const LEGAL_URL_CHARACTERS;       // letters, digits, \/$-_.+!*'(), and a space
+
+/// Whether `c` is one of the characters of `set`. The terminator is not a member
+/// (strchr would say it is), and a null set is empty.
+inline bool InSet(char const* set, char c) noexcept {
+    return c != '\0' && set != nullptr && std::strchr(set, c) != nullptr;
+}
+
+/// isspace of the "C" locale: bytes of 128 and more are never white space.
+inline bool IsSpace(char c) noexcept { return gvplatform::detail::IsSpace(c); }
+
+inline bool IsDelimiter(char c) noexcept { return c == '\\' || c == '/'; }
+
+}  // namespace gvpath::detail

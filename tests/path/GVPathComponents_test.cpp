@@ -1,0 +1,183 @@
+// CGVPath: names, extensions, directories, volumes, joining and cutting.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "gvlib/path/GVPath.h"
+#include "gvlib/platform/gvplatform.h"
+#include "path/path_test_access.h"
+
+namespace {
+
+std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
+
+template <typename Edit>
+std::string After(const char* text, Edit edit) {
+    CGVPath path(text);
+    edit(path);
+    return Text(path);
+}
+
+// The shared table of awkward paths with every getter's answer.
+struct Row {
+    const char* text;
+    const char* name;
+    const char* extension;
+    const char* directory;
+    const char* parent;
+    const char* volume;
+    const char* trimmedPath;  // after TrimRightPath
+};
+
+const Row kRows[] = {
+    {"", "", "", "", "", "", ""},
+    {"C:", "C:", "", "C:\\", "C:\\", "C:", "C:"},
+    {"C:x", "C:x", "", "C:\\", "C:x\\", "C:", "C:x"},
+    {"C:\\", "", "", "C:", "C:\\", "C:", "C:\\"},
+    {"C:/file", "file", "", "C:", "C:\\", "C:", "C:\\"},
+    {"C:\\dir\\file.txt", "file.txt", "txt", "C:\\dir", "C:\\dir\\", "C:", "C:\\dir"},
+    {"C:\\dir\\sub\\", "", "", "C:\\dir\\sub", "C:\\dir\\", "C:", "C:\\dir\\sub"},
+    {"C:\\dir", "dir", "", "C:", "C:\\", "C:", "C:\\"},
+    {"C:file.txt", "C:file.txt", "txt", "C:\\", "C:file.txt\\", "C:", "C:file.txt"},
+    {"\\\\server\\share\\x", "x", "", "\\\\server\\share", "\\\\server\\share\\", "\\\\server\\", "\\\\server\\share"},
+    {"\\\\server\\share", "share", "", "\\\\server", "\\\\server\\", "\\\\server\\", "\\\\server\\"},
+    {"\\\\server", "server", "", "\\", "\\", "\\\\server", "\\"},
+    {"\\file", "file", "", "", "", "", ""},
+    {"a\\b", "b", "", "a", "a\\", "", "a\\"},
+    {"a/b/", "", "", "a/b", "a\\", "", "a/b/"},
+    {"\\/a\\/", "/", "", "\\/a", "", "", "\\/a/"},
+    {"name", "name", "", "", "name\\", "", "name"},
+    {"name.", "name.", "", "", "name.\\", "", "name."},
+    {"dir.x\\name", "name", "", "dir.x", "dir.x\\", "", "dir.x\\"},
+    {"archive.tar.gz", "archive.tar.gz", "gz", "", "archive.tar.gz\\", "", "archive.tar.gz"},
+    {"\xE4\\\xFF.\xA0", "\xFF.\xA0", "\xA0", "\xE4", "\xE4\\", "", "\xE4\\"},
+    {"http://host/a", "a", "", "http://host", "http://host/", "", "http://host"},
+    {"1ab://host/x", "x", "", "1ab://host", "1ab://host/", "1ab://host/", "1ab://host"},
+    {"/ab:c", "ab:c", "", "", "", "/ab:c", ""},
+};
+
+}  // namespace
+
+TEST(CGVPathComponents, GettersOverTheAwkwardTable) {
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.text);
+        CGVPath path(row.text);
+        EXPECT_EQ(row.name, Text(path.GetName()));
+        EXPECT_EQ(row.extension, Text(path.GetExtension()));
+        EXPECT_EQ(row.directory, Text(path.GetDirectory()));
+        EXPECT_EQ(row.parent, Text(path.GetParentDirectory()));
+        EXPECT_EQ(row.volume, Text(path.GetVolume()));
+        EXPECT_EQ(row.trimmedPath, After(row.text, [](CGVPath& p) { p.TrimRightPath(); }));
+        EXPECT_EQ(row.text, Text(path));  // getters leave the path alone
+
+        // Properties that tie the members together.
+        std::string volume = row.volume;
+        EXPECT_EQ(std::string(row.text).substr(volume.size()), After(row.text, [](CGVPath& p) { p.TrimVolume(); }));
+        CGVPath nameOnly = path.GetName();
+        nameOnly.TrimExtension();
+        EXPECT_EQ(Text(nameOnly), Text(path.GetNameOnly()));
+    }
+}
+
+TEST(CGVPathComponents, ExtensionsAreAddedSetAndCut) {
+    EXPECT_EQ("a.", After("a", [](CGVPath& p) { p.AppendExtension(""); }));
+    EXPECT_EQ("a.", After("a", [](CGVPath& p) { p.AppendExtension(nullptr); }));
+    EXPECT_EQ("a..txt", After("a", [](CGVPath& p) { p.AppendExtension(".txt"); }));
+    EXPECT_EQ("a.b.txt", After("a.b.c", [](CGVPath& p) { p.SetExtension("txt"); }));
+    EXPECT_EQ("a.b.c", After("a.b.c", [](CGVPath& p) { p.SetExtension(""); }));
+    EXPECT_EQ("a.b.c", After("a.b.c", [](CGVPath& p) { p.SetExtension(static_cast<char const*>(nullptr)); }));
+    EXPECT_EQ("dir.x\\name.txt", After("dir.x\\name", [](CGVPath& p) { p.SetExtension("txt"); }));
+    EXPECT_EQ("name", After("name.", [](CGVPath& p) { p.TrimExtension(); }));
+    EXPECT_EQ("archive.tar", After("archive.tar.gz", [](CGVPath& p) { p.TrimExtension(); }));
+    EXPECT_EQ("", After(".profile", [](CGVPath& p) { p.TrimExtension(); }));
+    EXPECT_EQ("file", Text(CGVPath("C:\\dir\\file.txt").GetNameOnly()));
+}
+
+TEST(CGVPathComponents, AppendPathChoosesAndTrimsTheJoint) {
+    struct Join {
+        const char* path;
+        const char* tail;
+        char delimiter;
+        int whitespace;
+        const char* expected;
+    };
+    const Join rows[] = {
+        {"", "x", '\0', 0, ""},
+        {"C:\\dir\\", "\\sub", '\0', 0, "C:\\dir\\sub"},
+        {"a/b", "c", '\0', 0, "a/b/c"},
+        {"C:\\dir", "sub", '/', 0, "C:\\dir/sub"},
+        {"C:\\dir", "", '\0', 0, "C:\\dir\\"},
+        {"C:\\dir", nullptr, '\0', 0, "C:\\dir\\"},
+        {"a/b\\c", "d", '\0', 0, "a/b\\c\\d"},
+        {"a\\b/c", "d", '\0', 0, "a\\b/c/d"},
+        {"C:\\dir \\ ", " sub", '\0', 1, "C:\\dir\\sub"},
+        {"C:\\dir \\ ", " sub", '\0', 0, "C:\\dir \\ \\ sub"},
+        {"x//", "//y//", '/', 0, "x/y//"},
+        {"x\\/", "/y", '/', 0, "x\\/y"},
+        {"x \\", "\\ y", '\\', 1, "x\\y"},
+        {"\xE4", "\xFF", '\0', 0, "\xE4\\\xFF"},
+        {"\\", "\\", '\0', 0, "\\"},
+    };
+    for (const Join& row : rows) {
+        SCOPED_TRACE(std::string(row.path) + " + " + (row.tail ? row.tail : "(null)"));
+        EXPECT_EQ(row.expected,
+                  After(row.path, [&](CGVPath& p) { p.AppendPath(row.tail, row.delimiter, row.whitespace); }));
+    }
+    EXPECT_EQ("C:\\", After("C:", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
+    EXPECT_EQ("C:/", After("C:\\\\/", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
+    EXPECT_EQ("", After("", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
+    EXPECT_EQ("C:\\dir\\*.*", After("C:\\dir", [](CGVPath& p) { p.AppendWildcard(); }));
+    EXPECT_EQ("C:\\dir\\*.*", After("C:\\dir\\", [](CGVPath& p) { p.AppendWildcard(); }));
+    EXPECT_EQ("a/*.*", After("a/", [](CGVPath& p) { p.AppendWildcard(); }));
+}
+
+TEST(CGVPathComponents, StringTableFormsLoadByIdAndTreatAMissingTextAsEmpty) {
+    gvplatform::SetStringResource(7101, "htm");
+    gvplatform::SetStringResource(7102, "\\sub");
+    EXPECT_EQ("a.htm", After("a.txt", [](CGVPath& p) { p.SetExtension(7101); }));
+    EXPECT_EQ("a.txt", After("a.txt", [](CGVPath& p) { p.SetExtension(7199); }));
+    EXPECT_EQ("C:\\dir\\sub", After("C:\\dir", [](CGVPath& p) { p.AppendPath(7102, '\0', 0); }));
+    EXPECT_EQ("C:\\dir\\", After("C:\\dir", [](CGVPath& p) { p.AppendPath(7199, '\0', 0); }));
+    gvplatform::SetStringResource(7101, nullptr);
+    gvplatform::SetStringResource(7102, nullptr);
+}
+
+TEST(CGVPathComponents, SetVolumeReplacesOnlyAnExistingVolume) {
+    struct Swap {
+        const char* path;
+        const char* volume;
+        const char* expected;
+    };
+    const Swap rows[] = {
+        {"C:\\dir\\f", "D:", "D:\\dir\\f"},
+        {"C:\\dir\\f", "", ""},
+        {"C:\\dir\\f", nullptr, ""},
+        {"dir\\f", "D:", "dir\\f"},
+        {"", "D:", ""},
+        {"\\\\srv\\share\\x", "E:", "E:\\share\\x"},
+        {"C:", "D:", "D:\\"},
+        {"c:/a/b", "\\\\srv", "\\\\srv\\a/b"},
+    };
+    for (const Swap& row : rows) {
+        SCOPED_TRACE(std::string(row.path) + " <- " + (row.volume ? row.volume : "(null)"));
+        EXPECT_EQ(row.expected, After(row.path, [&](CGVPath& p) { p.SetVolume(row.volume); }));
+    }
+}
+
+TEST(CGVPathComponents, PrivateTrimRightPathCutsAtTheGivenDelimiterFirst) {
+    struct Cut {
+        const char* path;
+        char delimiter;
+        const char* expected;
+    };
+    const Cut rows[] = {
+        {"C:\\a/b", '/', "C:\\a\\"},  {"a/b/c", '/', "a/b/"},    {"a\\b", '/', "a\\"},
+        {"/x/y/z", '/', "/x/y"},      {"C:\\a\\b", '\\', "C:\\a"}, {"name", '/', "name"},
+        {"a:b:c", ':', "a:b\\"},        {"", '/', ""},
+    };
+    for (const Cut& row : rows) {
+        SCOPED_TRACE(row.path);
+        EXPECT_EQ(row.expected,
+                  After(row.path, [&](CGVPath& p) { GVPathTestAccess::PrivateTrimRightPath(p, row.delimiter); }));
+    }
+}
