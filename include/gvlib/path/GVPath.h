@@ -1,6 +1,8 @@
-// CGVPath: a CGVString read as a file path or a URL. Pure text: no member
-// declared here touches the disk.
+// CGVPath: a CGVString read as a file path or a URL. Only the volume members
+// (and legality and uniqueness, which ask them) touch the disk.
 #pragma once
+
+#include <cstdint>
 
 #include "gvlib/platform/export.h"
 #include "gvlib/string/GVString.h"
@@ -20,6 +22,16 @@ class GVLIB_API CGVPath : public CGVString {
     friend struct GVPathTestAccess;
 
 public:
+    /// What a volume query answered. Only GetVolumeInfo fills it.
+    struct VolumeInfo {
+        CGVString root;  ///< the root queried, ending in a delimiter (C:\); the cache key
+        CGVString volumeName;
+        CGVString fileSystemName;
+        uint32_t maxComponentLength = 0;
+        uint32_t serialNumber = 0;
+        uint32_t fileSystemFlags = 0;
+    };
+
     // ---- Characters (in this order) --------------------------------------------
     static char const CHAR_PATH_DELIMITER = '\\';
     static char const CHAR_UNIX_DELIMITER = '/';
@@ -229,6 +241,104 @@ public:
     /// of the argument's remainder against this one's.
     int CompareURL(char const* other) const;
 
+    // ---- Volumes and the file system -----------------------------------------------
+    /// Always 260, whatever the volume.
+    uint32_t GetVolumeMaxPath() const;
+    /// The volume's longest component: 0 without a volume (a relative path or a
+    /// URL), 256 when the volume cannot be queried.
+    uint32_t GetVolumeMaxComponent() const;
+    /// 3 unless the volume allows components of 260 or more, then 256; a volume
+    /// of 255-character components still gets 3.
+    uint32_t GetVolumeMaxExtension() const;
+    /// Components longer than 12 characters are allowed.
+    int IsVolumeLongFileNameEnabled() const;
+    /// C:, C:\ or C:/ on a drive that exists; C:\dir and any UNC text ⇒ 0.
+    int IsVolume() const;
+    /// An existing file: not a directory, not a volume label.
+    int IsFile() const;
+    /// An existing directory, with or without a trailing delimiter; a bare
+    /// existing volume such as C: ⇒ 1.
+    int IsDirectory() const;
+    /// IsFile or IsDirectory.
+    int IsAvailable() const;
+    /// The path or one of its ancestors is an existing directory.
+    int IsBaseAvailable() const;
+    /// The path when it exists, else its nearest existing ancestor directory
+    /// (C:\existing\missing\f.txt ⇒ C:\existing), else empty.
+    CGVPath GetAvailable();
+    /// The full path name, relative forms resolved against `directory` when one
+    /// is given (the process's current directory is changed for the call); the
+    /// path unchanged when it cannot be resolved.
+    CGVPath GetFullPathNameA(char const* directory);
+    /// Whether two texts name the same file: existing files compare by their
+    /// spelling on disk, others as text, both without regard to case.
+    static int CompareFiles(char const* first, char const* second);
+    /// CompareFiles of this path and `other`.
+    int CompareFile(char const* other) const;
+    /// The no-case order of the two volumes: C:\a against c:\b ⇒ 0.
+    int CompareVolume(char const* other) const;
+    /// Both lose their last component and then match without regard to case:
+    /// C:\dir\a.txt is in the directory of C:\dir\b.txt and of C:\dir\, not of C:\dir.
+    int IsInDirectoryOf(char const* other) const;
+    /// 1 for a UNC path; any other path stays as it is, with 0.
+    int MakeUNCSpecified();
+
+    // ---- Legal names and paths ---------------------------------------------------
+    /// The characters a path may not hold on a long-name (nonzero) or a
+    /// short-name volume; delimiters and the colon are allowed.
+    CGVString GetBadPathCharacters(int longNames) const;
+    /// The characters a single name may not hold; delimiters and the colon included.
+    CGVString GetBadNameCharacters(int longNames) const;
+    /// Whether the path may be used on the volume of `volume` (any path on it),
+    /// or on its own volume when null. A relative path counts as short-name.
+    int IsLegal(char const* volume) const;
+    /// `length` (the path's own when negative) is at most 260.
+    int IsLegalLength(int length) const;
+    /// `length` is at most GetVolumeMaxComponent(); when negative, every
+    /// component of the path is measured.
+    int IsLegalComponentLength(int length) const;
+    /// `length` (the extension's when negative) is at most GetVolumeMaxExtension().
+    int IsLegalExtensionLength(int length) const;
+    /// Makes this single name legal in `directory`: bad characters go, short
+    /// volumes get 8.3 names, and a name too long for the directory is cut,
+    /// keeping only its first character when just the extension fits
+    /// (room 10: abcdefgh.txt ⇒ a.txt). A name that vanishes becomes "----". Always 1.
+    int MakeLegalName(char const* directory);
+    /// Makes every component legal for the path's own volume; the total length is
+    /// not checked: C:\dir:x\file?.txt ⇒ C:\dirx\file.txt. Always 1.
+    int MakeLegalPath();
+
+    // ---- Unique names ------------------------------------------------------------
+    /// Nothing exists under this path's name in `directory`; without a directory,
+    /// at this path (a relative one taken from the current directory).
+    int IsUnique(char const* directory) const;
+    /// Numbers this path's name until it is free in its own directory (or the
+    /// current one): free means nothing of that name exists, or the name is on
+    /// `reusable`, and it is not on `taken` (lists compared without regard to
+    /// case; either may be null). Long-name volumes use the string-table patterns
+    /// `firstPatternId` (one %s, tried once) and `numberedPatternId` (%s and %d,
+    /// "%s (%d)" when 0 or missing) from 2 on: report.txt ⇒ report (3).txt.
+    /// Short-name volumes glue 1, 2, … to a base cut to fit: REPORT.TXT ⇒
+    /// REPOR100.TXT. The path keeps the full free path; 1 on success, else 0.
+    int MakeUnique(int firstPatternId, int numberedPatternId, CGVStringArray const* taken,
+                   CGVStringArray const* reusable);
+    /// The same in `directory`; the path is then reduced to the free name.
+    int MakeUnique(char const* directory, int firstPatternId, int numberedPatternId, CGVStringArray const* taken,
+                   CGVStringArray const* reusable);
+    /// MakeUnique with every numbered candidate made a legal URL name.
+    int MakeUniqueLegalURL(int firstPatternId, int numberedPatternId, CGVStringArray const* taken,
+                           CGVStringArray const* reusable);
+    int MakeUniqueLegalURL(char const* directory, int firstPatternId, int numberedPatternId,
+                           CGVStringArray const* taken, CGVStringArray const* reusable);
+
+    // ---- Relative paths ----------------------------------------------------------
+    /// The way from directory `base` to this path with backslashes:
+    /// C:\site\pages\a.htm from C:\site\img ⇒ ..\pages\a.htm. Empty when either
+    /// is no full path name or they share nothing (another drive).
+    CGVString GetRelativePath(char const* base) const;
+    /// The same as a relative link: ../pages/a.htm, trailing delimiters dropped.
+    CGVString GetUrlRelativePath(char const* base) const;
+
 private:
     // ---- Searches ---------------------------------------------------------------
     /// The last backslash; only without any backslash, the last slash.
@@ -253,4 +363,32 @@ private:
     // ---- URLs -------------------------------------------------------------------
     /// The first ":" when it stands at 2 or later with no delimiter before it.
     int FindURLSchemeDelimiter() const;
+
+    // ---- Volumes ----------------------------------------------------------------
+    /// Queries the volume whose root is `volume` (a delimiter is added), through
+    /// the one-entry cache of the last fixed drive or UNC root. 0 on failure,
+    /// with the numbers of `info` zeroed.
+    int GetVolumeInfo(char const* volume, VolumeInfo& info) const;
+
+    // ---- Legality ---------------------------------------------------------------
+    /// The name rewrite both legalisations share, for the given volume limits.
+    void PrivateMakeLegal(uint32_t maxComponent, uint32_t maxExtension);
+
+    // ---- Uniqueness -------------------------------------------------------------
+    int PrivateMakeUnique(char const* directory, int firstPatternId, int numberedPatternId,
+                          CGVStringArray const* taken, CGVStringArray const* reusable, int legalURL);
+    int PrivateMakeUniqueLongName(char const* directory, int firstPatternId, int numberedPatternId,
+                                  CGVStringArray const* taken, CGVStringArray const* reusable, int legalURL);
+    int PrivateMakeUniqueShortName(char const* directory, CGVStringArray const* taken,
+                                   CGVStringArray const* reusable, int legalURL);
+    /// Whether a candidate is free: `name` not taken, and nothing at `path` or
+    /// `name` reusable.
+    static int PrivateIsUniquePath(char const* path, char const* name, CGVStringArray const* taken,
+                                   CGVStringArray const* reusable);
+    /// Some item equals `text` (by case when `matchCase` is nonzero); a null array
+    /// holds nothing.
+    static int PrivateIsArrayElement(CGVStringArray const* array, char const* text, int matchCase);
+
+    // ---- Relative paths ---------------------------------------------------------
+    CGVString PrivateGetRelativePath(char const* base, char delimiter) const;
 };

@@ -1,0 +1,180 @@
+// CGVPath: volume limits through the one-entry cache, existence tests, full
+// names and comparisons, on temporary directories mapped as drives.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "gvlib/path/GVPath.h"
+#include "gvlib/platform/volumes.h"
+#include "path/volume_fixture.h"
+
+namespace {
+
+std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
+
+class CGVPathVolume : public VolumeFixture {
+protected:
+    void SetUp() override {
+        VolumeFixture::SetUp();
+        MakeDir("long/dir/sub");
+        Touch("long/dir/report.txt");
+        MakeDir("share/docs");
+        Touch("share/docs/a.htm");
+    }
+};
+
+// Texts that no member may misread, whatever the disk holds.
+const char* const kAwkward[] = {"", "L", "L:", "L:x", "L:\\", "L:/", "\\", "\\\\", "\\\\\\", "\\\\server",
+                                "\\\\server\\", "\\\\server\\share", "//server/share", "Q:\\", "L:\\dir\\\\",
+                                "http://host/a", "1ab://x/y", ":", "\xE4:\\\xFF", "L:\\dir\\..\\..\\..",
+                                "L:\\dir\\report.txt\\", "L:\\dir\\ . "};
+
+}  // namespace
+
+TEST_F(CGVPathVolume, LimitsFollowTheVolume) {
+    struct Row {
+        const char* path;
+        uint32_t maxComponent;
+        uint32_t maxExtension;
+        int longNames;
+    } rows[] = {
+        {"dir\\x", 0, 3, 0},            // relative: no volume
+        {"http://host/x", 0, 3, 0},     // a URL has no volume either
+        {"Q:\\x", 256, 3, 1},           // no such drive: taken for a long-name one
+        {"L:\\x", 255, 3, 1},           // 255 still gets 3-character extensions
+        {"S:\\x", 12, 3, 0},            //
+        {"s:", 12, 3, 0},               //
+        {"\\\\server\\share\\x", 256, 3, 1},  // the volume is \\server\, which answers nothing
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.path);
+        CGVPath path(row.path);
+        EXPECT_EQ(row.maxComponent, path.GetVolumeMaxComponent());
+        EXPECT_EQ(row.maxExtension, path.GetVolumeMaxExtension());
+        EXPECT_EQ(row.longNames, path.IsVolumeLongFileNameEnabled());
+        EXPECT_EQ(260u, path.GetVolumeMaxPath());
+    }
+    gvplatform::MapDrive('W', Host("spare"), Options(gvplatform::kDriveFixed, 260));
+    EXPECT_EQ(256u, CGVPath("W:\\x").GetVolumeMaxExtension());
+}
+
+TEST_F(CGVPathVolume, OnlyFixedDrivesStayInTheOneEntryCache) {
+    auto queriesFor = [](std::initializer_list<const char*> paths) {
+        uint32_t before = gvplatform::VolumeQueryCount();
+        for (const char* p : paths)
+            CGVPath(p).GetVolumeMaxComponent();
+        return gvplatform::VolumeQueryCount() - before;
+    };
+    EXPECT_EQ(1u, queriesFor({"L:\\a", "L:\\b"}));
+    EXPECT_EQ(0u, queriesFor({"L:\\c"}));
+    EXPECT_EQ(2u, queriesFor({"R:\\a", "R:\\b"}));            // removable: asked every time
+    EXPECT_EQ(0u, queriesFor({"L:\\d"}));                     // and the fixed entry survived
+    EXPECT_EQ(2u, queriesFor({"S:\\a", "L:\\a", "L:\\b"}));  // another fixed root replaces it
+    EXPECT_EQ(1u, queriesFor({"l:\\a"}));                     // the key is the exact text
+    EXPECT_EQ(2u, queriesFor({"Q:\\a", "Q:\\a"}));            // failures are never cached
+}
+
+TEST_F(CGVPathVolume, ExistenceOverTheMappedDrives) {
+    struct Row {
+        const char* path;
+        int volume, file, directory, base;
+        const char* available;
+    } rows[] = {
+        {"L:", 1, 0, 1, 1, "L:"},
+        {"L:\\", 1, 0, 1, 1, "L:\\"},
+        {"l:/", 1, 0, 1, 1, "l:/"},
+        {"Q:", 0, 0, 0, 0, ""},
+        {"L:\\dir", 0, 0, 1, 1, "L:\\dir"},
+        {"L:\\DIR\\", 0, 0, 1, 1, "L:\\DIR\\"},  // any case, a trailing delimiter
+        {"L:\\dir\\REPORT.TXT", 0, 1, 0, 1, "L:\\dir\\REPORT.TXT"},
+        {"L:\\dir\\missing\\file.txt", 0, 0, 0, 1, "L:\\dir"},
+        {"L:\\dir\\report.txt\\x", 0, 0, 0, 1, "L:\\dir"},
+        {"\\\\server\\share\\docs", 0, 0, 1, 1, "\\\\server\\share\\docs"},
+        {"\\\\server\\share\\docs\\a.htm", 0, 1, 0, 1, "\\\\server\\share\\docs\\a.htm"},
+        {"\\\\other\\share\\docs", 0, 0, 0, 0, ""},
+        {"Q:\\dir\\x", 0, 0, 0, 0, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.path);
+        CGVPath path(row.path);
+        EXPECT_EQ(row.volume, path.IsVolume());
+        EXPECT_EQ(row.file, path.IsFile());
+        EXPECT_EQ(row.directory, path.IsDirectory());
+        EXPECT_EQ(row.file || row.directory, path.IsAvailable());
+        EXPECT_EQ(row.base, path.IsBaseAvailable());
+        EXPECT_EQ(row.available, Text(path.GetAvailable()));
+    }
+    EXPECT_EQ(0, CGVPath("L:\\dir").IsVolume());
+    gvplatform::UnmapDrive('L');
+    EXPECT_EQ(0, CGVPath("L:\\").IsVolume());
+}
+
+TEST_F(CGVPathVolume, FullPathNameAgainstADirectory) {
+    char before[MAX_PATH];
+    ASSERT_GT(GetCurrentDirectoryA(MAX_PATH, before), 0u);
+    struct Row {
+        const char* path;
+        const char* directory;
+        const char* full;
+    } rows[] = {
+        {"x.txt", "L:\\dir", "L:\\dir\\x.txt"},
+        {"..\\y", "L:\\dir\\sub", "L:\\dir\\y"},
+        {"\\z", "L:\\dir", "L:\\z"},
+        {"L:/a/./b/../c", nullptr, "L:\\a\\c"},
+        {"S:\\k", "L:\\dir", "S:\\k"},
+        {"", "L:\\dir", ""},  // the platform fails: the path comes back unchanged
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.path);
+        CGVPath path(row.path);
+        EXPECT_EQ(row.full, Text(path.GetFullPathNameA(row.directory)));
+        char after[MAX_PATH];
+        GetCurrentDirectoryA(MAX_PATH, after);
+        EXPECT_STREQ(before, after);  // the current directory is back
+    }
+    std::string tooLong = "L:\\" + std::string(300, 'a');
+    EXPECT_EQ(tooLong, Text(CGVPath(tooLong.c_str()).GetFullPathNameA(nullptr)));
+}
+
+TEST_F(CGVPathVolume, ComparisonsOfFilesVolumesAndDirectories) {
+    EXPECT_EQ(1, CGVPath::CompareFiles("L:\\dir\\report.txt", "l:/DIR/Report.TXT"));
+    EXPECT_EQ(1, CGVPath::CompareFiles("L:\\dir\\sub\\..\\report.txt", "L:\\dir\\report.txt"));
+    EXPECT_EQ(1, CGVPath::CompareFiles("L:\\none", "l:\\NONE"));  // missing: as text
+    EXPECT_EQ(0, CGVPath::CompareFiles("L:\\dir\\..\\none", "L:\\none"));
+    EXPECT_EQ(0, CGVPath::CompareFiles("L:\\dir\\report.txt", nullptr));
+    EXPECT_EQ(1, CGVPath::CompareFiles(nullptr, ""));
+    EXPECT_EQ(1, CGVPath("L:\\DIR\\report.txt").CompareFile("L:\\dir\\REPORT.txt"));
+
+    EXPECT_EQ(0, CGVPath("C:\\a").CompareVolume("c:\\b"));
+    EXPECT_NE(0, CGVPath("C:\\a").CompareVolume("D:\\a"));
+    EXPECT_EQ(0, CGVPath("\\\\server\\x\\y").CompareVolume("\\\\SERVER\\z"));
+    EXPECT_GT(0, CGVPath("a\\b").CompareVolume("C:\\a"));  // no volume sorts first
+
+    EXPECT_EQ(1, CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("C:\\dir\\b.txt"));
+    EXPECT_EQ(1, CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("c:\\DIR\\"));
+    EXPECT_EQ(0, CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("C:\\dir"));
+
+    CGVPath drive("C:\\x");
+    EXPECT_EQ(0, drive.MakeUNCSpecified());
+    EXPECT_EQ("C:\\x", Text(drive));
+    EXPECT_EQ(1, CGVPath("\\\\server\\x").MakeUNCSpecified());
+}
+
+TEST_F(CGVPathVolume, EveryMemberOverTheAwkwardTexts) {
+    for (const char* text : kAwkward) {
+        SCOPED_TRACE(text);
+        CGVPath path(text);
+        EXPECT_LE(path.GetVolumeMaxExtension(), 256u);
+        EXPECT_EQ(path.IsFile() || path.IsDirectory(), path.IsAvailable());
+        if (path.IsAvailable()) {
+            EXPECT_EQ(1, path.IsBaseAvailable());
+        }
+        CGVPath available = path.GetAvailable();
+        EXPECT_TRUE(available.IsEmpty() || available.IsAvailable());
+        path.GetFullPathNameA("L:\\dir");
+        EXPECT_EQ(1, CGVPath::CompareFiles(text, text));
+        EXPECT_EQ(0, path.CompareVolume(text));
+        EXPECT_EQ(1, path.IsInDirectoryOf(text));
+        EXPECT_EQ(text, Text(path));
+    }
+}
