@@ -33,15 +33,24 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
     if (size == 0)
         return 0;
     std::vector<BYTE> bytes(data + 1, data + size);
-    switch (data[0] % 3) {
+    switch (data[0] % 6) {
     case 0:
         Load<CGVString>(bytes);
         break;
     case 1:
         Load<CGVLong>(bytes);
         break;
-    default:
+    case 2:
         Load<CGVBuffer>(bytes);
+        break;
+    case 3:
+        Load<CGVArray>(bytes);
+        break;
+    case 4:
+        Load<CGVLongArray>(bytes);
+        break;
+    default:
+        Load<CGVStringArray>(bytes);
         break;
     }
     return 0;

@@ -44,5 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
     ReadAs<CGVLong>(input);
     ReadAs<CGVBuffer>(input);
     ReadAs<CGVDate>(input);
+    ReadAs<CGVStringArray>(input);
+    ReadAs<CGVLongArray>(input);
     return 0;
 }

@@ -20,6 +20,10 @@
 #include "gvlib/platform/wintypes.h"
 
 // Value classes.
+#include "gvlib/array/GVArray.h"
+#include "gvlib/array/GVLongArray.h"
+#include "gvlib/array/GVSort.h"
+#include "gvlib/array/GVStringArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/buffer/RZMemFile.h"
 #include "gvlib/core/GVLong.h"

@@ -1,6 +1,8 @@
 // CGVObject::mNew(std::istream&): builds the object that a type tag names.
 #include <istream>
 
+#include "gvlib/array/GVLongArray.h"
+#include "gvlib/array/GVStringArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
@@ -19,6 +21,10 @@ CGVObject* NewForTag(char tag) {
         return new CGVBuffer(0, 128);
     case 'W':
         return new CGVDate;
+    case 'X':
+        return new CGVStringArray;
+    case 'Y':
+        return new CGVLongArray;
     default:
         return nullptr;
     }

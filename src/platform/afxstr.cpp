@@ -372,17 +372,6 @@ void CStringT<char>::Append(const char* psz) { Append(psz, SafeLength(psz)); }
 
 void CStringT<char>::Append(const CStringT& str) { Append(str.m_pszData, str.GetLength()); }
 
-void CStringT<char>::AppendChar(char ch) {
-    // The common case: a block of our own with room to spare.
-    Data* p = GetData();
-    if (p->nRefs.load(std::memory_order_relaxed) == 1 && p->nDataLength < p->nAllocLength) {
-        m_pszData[p->nDataLength++] = ch;
-        m_pszData[p->nDataLength] = '\0';
-        return;
-    }
-    Append(&ch, 1);
-}
-
 CStringT<char>& CStringT<char>::operator+=(const CStringT& str) {
     Append(str);
     return *this;
@@ -390,11 +379,6 @@ CStringT<char>& CStringT<char>::operator+=(const CStringT& str) {
 
 CStringT<char>& CStringT<char>::operator+=(const char* psz) {
     Append(psz);
-    return *this;
-}
-
-CStringT<char>& CStringT<char>::operator+=(char ch) {
-    AppendChar(ch);
     return *this;
 }
 

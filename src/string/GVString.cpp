@@ -50,11 +50,6 @@ CGVString const& CGVString::operator+=(CGVString const& other) {
     return *this;
 }
 
-CGVString const& CGVString::operator+=(char ch) {
-    CStringT<char>::operator+=(ch);
-    return *this;
-}
-
 CGVString const& CGVString::operator+=(char const* text) {
     CStringT<char>::operator+=(text);
     return *this;

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "gvlib/array/GVLongArray.h"
+#include "gvlib/array/GVStringArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/platform/afxarchive.h"
@@ -112,4 +114,54 @@ TEST(ArchiveDamage, HugeAnnouncedLengthsCostOnlyWhatIsThere) {
     Load(hugeBuffer, buffer);
     EXPECT_GE(buffer.mGetLength(), 0);
     EXPECT_LE(buffer.mGetLength(), 10);
+}
+
+// Arrays: a cut anywhere raises the archive exception and leaves the array as it was.
+TEST(ArchiveDamage, TruncatedArraysRaiseAndKeepTheirItems) {
+    CGVLongArray numbers;
+    CGVStringArray strings;
+    for (int32_t i = 0; i < 3; ++i) {
+        numbers.mAdd(&i);
+        CGVString text(CGVString('s', i * 100));
+        strings.mAdd(&text);
+    }
+    Bytes numberBytes = Stored(numbers);
+    Bytes stringBytes = Stored(strings);
+    for (size_t cut : Cuts(numberBytes.size())) {
+        SCOPED_TRACE("long array cut at " + std::to_string(cut));
+        CGVLongArray loaded;
+        int32_t keep = 42;
+        loaded.mAdd(&keep);
+        EXPECT_NE(-1, Load(Bytes(numberBytes.begin(), numberBytes.begin() + cut), loaded));
+        ASSERT_EQ(1, loaded.mGetNumItems());
+        EXPECT_EQ(42, loaded[0]);
+    }
+    for (size_t cut : Cuts(stringBytes.size())) {
+        SCOPED_TRACE("string array cut at " + std::to_string(cut));
+        CGVStringArray loaded;
+        EXPECT_NE(-1, Load(Bytes(stringBytes.begin(), stringBytes.begin() + cut), loaded));
+        EXPECT_EQ(0, loaded.mGetNumItems());
+    }
+    CGVStringArray whole;
+    EXPECT_EQ(-1, Load(stringBytes, whole));
+    EXPECT_EQ(3, whole.mGetNumItems());
+}
+
+TEST(ArchiveDamage, AbsurdArrayHeadersAreRefused) {
+    // element size, growth step, allocated slots, item count (each 32-bit), then the block
+    struct Row {
+        const char* name;
+        Bytes bytes;
+    } rows[] = {
+        {"negative element size", {0xFE, 0xFF, 0xFF, 0xFF, 16, 0, 0, 0, 16, 0, 0, 0, 1, 0, 0, 0}},
+        {"more items than slots", {4, 0, 0, 0, 16, 0, 0, 0, 1, 0, 0, 0, 9, 0, 0, 0, 1, 0, 0, 0}},
+        {"huge slot count", {4, 0, 0, 0, 16, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0x7F, 1, 0, 0, 0, 7, 0, 0, 0}},
+        {"negative item count", {4, 0, 0, 0, 16, 0, 0, 0, 16, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF}},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.name);
+        CGVLongArray loaded;
+        EXPECT_NE(-1, Load(row.bytes, loaded));
+        EXPECT_EQ(0, loaded.mGetNumItems());
+    }
 }

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <string>
 
+#include "gvlib/array/GVLongArray.h"
+#include "gvlib/array/GVStringArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/datetime/GVDate.h"
@@ -62,8 +64,9 @@ TEST(TextStream, FactoryRoundTripsEveryClassBackToBack) {
 // Cutting a valid form anywhere after its tag leaves the stream failed, whatever
 // the class; cutting it before the tag gives no object at all.
 TEST(TextStream, EveryTruncationLeavesTheStreamFailed) {
-    const std::string forms[] = {"T3 a b ", "T0  ", "U-15 ", std::string("V3 \0\1\2 ", 7), "V0  ",
-                                 "W2004 3 7 14 5 9 "};
+    const std::string forms[] = {"T3 a b ",          "T0  ",         "U-15 ", std::string("V3 \0\1\2 ", 7),
+                                 "V0  ",             "W2004 3 7 14 5 9 ", "XU2 T3 a b T0  ", "YU2 U5 U-1 ",
+                                 "XU0 ",             "YU1 U7 "};
     for (std::string const& form : forms) {
         for (size_t cut = 0; cut < form.size(); ++cut) {
             SCOPED_TRACE(form.substr(0, cut));
@@ -117,4 +120,28 @@ TEST(TextStream, WrongTagsAndWhiteSpace) {
     CGVLong number(5);
     other >> number;
     EXPECT_EQ(2, number.mGetValue());
+}
+
+TEST(TextStream, ArraysRoundTripWithZeroOneAndManyElements) {
+    for (int32_t n : {0, 1, 1000}) {
+        SCOPED_TRACE(n);
+        CGVStringArray strings;
+        CGVLongArray numbers;
+        for (int32_t i = 0; i < n; ++i) {
+            CGVString text(i % 3 == 0 ? "" : "x y\n");
+            text += CGVString('z', i % 7);
+            strings.mAdd(&text);
+            numbers.mAdd(&i);
+        }
+        std::string form = Written(strings) + Written(numbers);
+        std::istringstream is(form);
+        std::unique_ptr<CGVObject> s(CGVObject::mNew(is)), l(CGVObject::mNew(is));
+        auto* backStrings = dynamic_cast<CGVStringArray*>(s.get());
+        auto* backNumbers = dynamic_cast<CGVLongArray*>(l.get());
+        ASSERT_NE(nullptr, backStrings);
+        ASSERT_NE(nullptr, backNumbers);
+        ASSERT_EQ(n, backStrings->mGetNumItems());
+        ASSERT_EQ(n, backNumbers->mGetNumItems());
+        EXPECT_EQ(form, Written(*backStrings) + Written(*backNumbers));
+    }
 }

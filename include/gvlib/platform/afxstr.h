@@ -76,12 +76,24 @@ public:
     // Appending.
     CStringT& operator+=(const CStringT& str);
     CStringT& operator+=(const char* psz);
-    CStringT& operator+=(char ch);
+    CStringT& operator+=(char ch) {
+        AppendChar(ch);
+        return *this;
+    }
     CStringT& operator+=(const wchar_t* psz);
     void Append(const CStringT& str);
     void Append(const char* psz);
     void Append(const char* pch, int nLength);
-    void AppendChar(char ch);
+    /// Inline for the common case, a block of our own with room to spare.
+    void AppendChar(char ch) {
+        Data* p = GetData();
+        if (p->nRefs.load(std::memory_order_relaxed) == 1 && p->nDataLength < p->nAllocLength) {
+            m_pszData[p->nDataLength] = ch;
+            m_pszData[++p->nDataLength] = '\0';
+            return;
+        }
+        Append(&ch, 1);
+    }
 
     // Comparison: byte order, ASCII case folding, or the C runtime's current-locale collation.
     int Compare(PCXSTR psz) const;

@@ -27,7 +27,10 @@ public:
     CGVString const& operator=(wchar_t const* text);
     CGVString const& operator=(char const* text);
     CGVString const& operator+=(CGVString const& other);
-    CGVString const& operator+=(char ch);
+    CGVString const& operator+=(char ch) {
+        CStringT<char>::AppendChar(ch);
+        return *this;
+    }
     CGVString const& operator+=(char const* text);
 
     char GetAt(int i) const;

@@ -1,0 +1,139 @@
+// CGVLongArray: typed access, the growing index, archive bytes and the text form.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "archive_bytes.h"
+#include "gvlib/array/GVLongArray.h"
+#include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/core/GVLong.h"
+#include "gvlib/platform/afxexcept.h"
+
+namespace {
+
+std::vector<int32_t> Items(CGVLongArray const& a) {
+    std::vector<int32_t> out;
+    for (int32_t i = 0; i < a.mGetNumItems(); ++i)
+        out.push_back(a[i]);
+    return out;
+}
+
+CGVLongArray Holding(std::vector<int32_t> const& values) {
+    CGVLongArray a;
+    for (int32_t v : values)
+        a.mAdd(&v);
+    return a;
+}
+
+std::string Text(CGVObject& object) {
+    std::ostringstream os;
+    os << object;
+    return os.str();
+}
+
+}  // namespace
+
+TEST(CGVLongArray, ArchiveBytesOfOneAndTwo) {
+    CGVLongArray a = Holding({1, 2});
+    std::vector<BYTE> expected = {4, 0, 0, 0, 16, 0, 16, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0};
+    expected.resize(expected.size() + 56, 0);
+    EXPECT_EQ(expected, gvtest::Stored(a));
+    CGVLongArray back = Holding({9});
+    gvtest::Load(expected, back);
+    EXPECT_EQ((std::vector<int32_t>{1, 2}), Items(back));
+}
+
+TEST(CGVLongArray, IndexBeyondTheEndGrows) {
+    CGVLongArray a;
+    a[3] = 7;
+    EXPECT_EQ((std::vector<int32_t>{0, 0, 0, 7}), Items(a));
+    CGVLongArray b;
+    b[20] = 1;
+    EXPECT_EQ(21, b.mGetNumItems());
+    EXPECT_EQ(32, b.mGetAllocatedSlots());
+    CGVLongArray c;
+    c[100] = 1;
+    EXPECT_EQ(112, c.mGetAllocatedSlots());
+    CGVLongArray const& constant = b;
+    EXPECT_EQ(0, constant[21]);
+    EXPECT_EQ(0, constant[-1]);
+    EXPECT_THROW(a[-1], CInvalidArgException);
+    EXPECT_THROW(a[INT32_MAX], CMemoryException);
+    EXPECT_EQ(4, a.mGetNumItems());
+}
+
+TEST(CGVLongArray, AddSearchAndCopy) {
+    CGVLongArray a = Holding({3, 5, 5});
+    CGVLong minus(-1);
+    a.mAdd(&minus);
+    EXPECT_EQ((std::vector<int32_t>{3, 5, 5, -1}), Items(a));
+    EXPECT_EQ(1, a.mSearch(5));
+    EXPECT_EQ(-1, a.mSearch(4));
+    EXPECT_EQ(3, a.mSearch(-1));
+    std::unique_ptr<CGVObject> copy(a.mCopy());
+    EXPECT_EQ(nullptr, dynamic_cast<CGVLongArray*>(copy.get()));
+    auto* generic = dynamic_cast<CGVArray*>(copy.get());
+    ASSERT_NE(nullptr, generic);
+    EXPECT_EQ(4, generic->mGetElementSize());
+    EXPECT_EQ(4, generic->mGetNumItems());
+}
+
+TEST(CGVLongArray, AppendsAcrossManySteps) {
+    CGVLongArray a;
+    for (int32_t v = 0; v < 10000; ++v)
+        a.mAdd(&v);
+    EXPECT_EQ(10000, a.mGetAllocatedSlots());
+    EXPECT_EQ(9999, a[9999]);
+    for (int32_t k = 0; k < 9990; ++k)
+        a.mDeleteItem(0);
+    EXPECT_EQ((std::vector<int32_t>{9990, 9991, 9992, 9993, 9994, 9995, 9996, 9997, 9998, 9999}), Items(a));
+    EXPECT_EQ(16, a.mGetAllocatedSlots());
+}
+
+TEST(CGVLongArray, TextFormAppendsOnReading) {
+    CGVLongArray a = Holding({5, -1});
+    EXPECT_EQ("YU2 U5 U-1 ", Text(a));
+    CGVLongArray into = Holding({9});
+    std::istringstream is("YU2 U1 U2 ");
+    is >> into;
+    EXPECT_EQ((std::vector<int32_t>{9, 1, 2}), Items(into));
+
+    std::istringstream factory("  YU1 U42 ");
+    std::unique_ptr<CGVObject> made(CGVObject::mNew(factory));
+    auto* longs = dynamic_cast<CGVLongArray*>(made.get());
+    ASSERT_NE(nullptr, longs);
+    EXPECT_EQ((std::vector<int32_t>{42}), Items(*longs));
+}
+
+TEST(CGVLongArray, DamagedTextStopsAtTheEndOfTheStream) {
+    struct Row {
+        const char* input;
+        std::vector<int32_t> want;
+    } rows[] = {
+        {"YU2000000000 U1 U2 ", {1, 2}},
+        {"YU3 U1", {1}},
+        {"YU-4 U1 ", {}},
+        {"YUx U1 ", {}},
+        {"Y", {}},
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.input);
+        CGVLongArray a;
+        std::istringstream is(row.input);
+        is >> a;
+        EXPECT_EQ(row.want, Items(a));
+    }
+}
+
+TEST(CGVLongArray, BufferRoundTripAppends) {
+    CGVLongArray a = Holding({1, -2, 300});
+    CGVBuffer b;
+    a.mSave(b);
+    EXPECT_EQ("YU3 U1 U-2 U300 ", std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
+    CGVLongArray back = Holding({7});
+    back.mLoad(b);
+    EXPECT_EQ((std::vector<int32_t>{7, 1, -2, 300}), Items(back));
+}

@@ -1,0 +1,49 @@
+// Storing a value object into bytes and loading it back, for the archive tests.
+#pragma once
+
+#include <vector>
+
+#include "gvlib/core/GVObject.h"
+#include "gvlib/platform/afxarchive.h"
+#include "gvlib/platform/afxfile.h"
+
+namespace gvtest {
+
+inline std::vector<BYTE> Stored(CGVObject& object) {
+    CMemFile file;
+    {
+        CArchive ar(&file, CArchive::store);
+        object.Serialize(ar);
+    }
+    std::vector<BYTE> bytes(static_cast<size_t>(file.GetLength()));
+    file.SeekToBegin();
+    if (!bytes.empty())
+        file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+    return bytes;
+}
+
+inline void Load(std::vector<BYTE> bytes, CGVObject& object) {
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive ar(&file, CArchive::load);
+    object.Serialize(ar);
+}
+
+// Little-endian pieces of an archive header.
+inline void Put32(std::vector<BYTE>& out, int32_t v) {
+    for (int k = 0; k < 4; ++k)
+        out.push_back(static_cast<BYTE>(static_cast<uint32_t>(v) >> (8 * k)));
+}
+inline void Put16(std::vector<BYTE>& out, int16_t v) {
+    out.push_back(static_cast<BYTE>(v & 0xFF));
+    out.push_back(static_cast<BYTE>((static_cast<uint16_t>(v) >> 8) & 0xFF));
+}
+inline std::vector<BYTE> Header(int32_t elementSize, int16_t step, int32_t slots, int32_t count) {
+    std::vector<BYTE> out;
+    Put32(out, elementSize);
+    Put16(out, step);
+    Put32(out, slots);
+    Put32(out, count);
+    return out;
+}
+
+}  // namespace gvtest
