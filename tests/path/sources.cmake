@@ -5,4 +5,5 @@ target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVPathURL_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathExplode_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathBounds_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathVolume_test.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathVolume_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathRelative_test.cpp)
