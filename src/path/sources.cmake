@@ -5,4 +5,5 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVPathURL.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathExplode.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathVolume.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathRelative.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathRelative.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathLegal.cpp)

@@ -21,4 +21,13 @@ struct GVPathTestAccess {
     static int PrivateReplaceGroup(CGVPath& p, char first, char last, char replacement, int limit) {
         return p.PrivateReplaceGroup(first, last, replacement, limit);
     }
+    static int GetVolumeInfo(CGVPath const& p, char const* volume, CGVPath::VolumeInfo& info) {
+        return p.GetVolumeInfo(volume, info);
+    }
+    static void PrivateMakeLegal(CGVPath& p, uint32_t maxComponent, uint32_t maxExtension) {
+        p.PrivateMakeLegal(maxComponent, maxExtension);
+    }
+    static int PrivateIsArrayElement(CGVStringArray const* array, char const* text, int matchCase) {
+        return CGVPath::PrivateIsArrayElement(array, text, matchCase);
+    }
 };
