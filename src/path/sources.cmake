@@ -6,4 +6,5 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVPathExplode.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathVolume.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathRelative.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathLegal.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathLegal.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathUnique.cpp)

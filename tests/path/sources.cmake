@@ -7,4 +7,5 @@ target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVPathBounds_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathVolume_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathRelative_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathLegal_test.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathLegal_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathUnique_test.cpp)

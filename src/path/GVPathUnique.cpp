@@ -1,0 +1,236 @@
+// CGVPath: free names in a directory, found by numbering. Long-name volumes put
+// the name into a pattern from the host's string table ("%s (%d)" by default);
+// short-name volumes glue the number to a base cut to fit 8.3.
+#include "gvlib/path/GVPath.h"
+
+#include <string>
+
+#include "gvlib/array/GVStringArray.h"
+#include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/volumes.h"
+
+namespace {
+
+// Long names from this maximum component length on.
+constexpr uint32_t kLongSchemeFrom = 130;
+// The counter stops below this.
+constexpr int kLastNumber = 99999999;
+
+constexpr char kDefaultNumberedPattern[] = "%s (%d)";
+
+// The host's current directory as the kernel names it; empty when it has no name.
+CGVPath CurrentDirectory() {
+    char buffer[MAX_PATH + 1] = "";
+    DWORD length = ::GetCurrentDirectoryA(MAX_PATH, buffer);
+    return length > 0 && length < MAX_PATH ? CGVPath(buffer) : CGVPath();
+}
+
+// A string-table pattern filled in without printf: the first "%s" takes the base,
+// the first "%d" the number (when there is one), "%%" is one "%". Everything else,
+// further or other conversions included, stays as written: the text is the
+// host's, and a stray "%n" or a second "%s" must not reach a formatter.
+CGVPath FillPattern(CGVString const& pattern, CGVString const& base, int const* number) {
+    std::string out;
+    bool baseUsed = false, numberUsed = number == nullptr;
+    char const* p = pattern.GetString();
+    for (int i = 0, n = pattern.GetLength(); i < n; ++i) {
+        char next = i + 1 < n ? p[i + 1] : '\0';
+        if (p[i] == '%' && next == '%') {
+            out += '%';
+            ++i;
+        } else if (p[i] == '%' && next == 's' && !baseUsed) {
+            out.append(base.GetString(), static_cast<size_t>(base.GetLength()));
+            baseUsed = true;
+            ++i;
+        } else if (p[i] == '%' && next == 'd' && !numberUsed) {
+            out += std::to_string(*number);
+            numberUsed = true;
+            ++i;
+        } else {
+            out += p[i];
+        }
+    }
+    return CGVPath(out.c_str());
+}
+
+// A filled-in name with the extension, when there is one, made a legal URL
+// name when asked.
+CGVPath Finish(CGVPath name, CGVString const& extension, int legalURL) {
+    if (!extension.IsEmpty())
+        name.AppendExtension(extension);
+    if (legalURL)
+        name.MakeLegalURL(nullptr, 0);
+    return name;
+}
+
+CGVPath Join(CGVString const& directory, CGVString const& name) {
+    CGVPath path(directory);
+    path.AppendPath(name, '\0', 0);
+    return path;
+}
+
+}  // namespace
+
+// ---- Freedom of one name ----------------------------------------------------------------
+
+int CGVPath::PrivateIsArrayElement(CGVStringArray const* array, char const* text, int matchCase) {
+    if (array == nullptr)
+        return 0;
+    for (int32_t i = 0; i < array->mGetNumItems(); ++i) {
+        // An empty slot leaves the destination alone: it reads as the empty text.
+        CGVString item;
+        array->mGetArrayItem(&item, i);
+        if ((matchCase ? item.Compare(text) : item.CompareNoCase(text)) == 0)
+            return 1;
+    }
+    return 0;
+}
+
+int CGVPath::PrivateIsUniquePath(char const* path, char const* name, CGVStringArray const* taken,
+                                 CGVStringArray const* reusable) {
+    if (PrivateIsArrayElement(taken, name, 0))
+        return 0;
+    if (!CGVPath(path).IsAvailable())
+        return 1;
+    return PrivateIsArrayElement(reusable, name, 0);
+}
+
+int CGVPath::IsUnique(char const* directory) const {
+    if (directory != nullptr) {
+        CGVPath path(directory);
+        path.AppendPath(CGVPath(*this).GetName(), '\0', 0);
+        return path.IsAvailable() ? 0 : 1;
+    }
+    if (IsQualified())
+        return IsAvailable() ? 0 : 1;
+    CGVPath path = CurrentDirectory();
+    path.AppendPath(*this, '\0', 0);
+    return path.IsAvailable() ? 0 : 1;
+}
+
+// ---- Making a name free -----------------------------------------------------------------
+
+int CGVPath::MakeUnique(int firstPatternId, int numberedPatternId, CGVStringArray const* taken,
+                        CGVStringArray const* reusable) {
+    return PrivateMakeUnique(nullptr, firstPatternId, numberedPatternId, taken, reusable, 0);
+}
+
+int CGVPath::MakeUnique(char const* directory, int firstPatternId, int numberedPatternId,
+                        CGVStringArray const* taken, CGVStringArray const* reusable) {
+    return PrivateMakeUnique(directory, firstPatternId, numberedPatternId, taken, reusable, 0);
+}
+
+int CGVPath::MakeUniqueLegalURL(int firstPatternId, int numberedPatternId, CGVStringArray const* taken,
+                                CGVStringArray const* reusable) {
+    return PrivateMakeUnique(nullptr, firstPatternId, numberedPatternId, taken, reusable, 1);
+}
+
+int CGVPath::MakeUniqueLegalURL(char const* directory, int firstPatternId, int numberedPatternId,
+                                CGVStringArray const* taken, CGVStringArray const* reusable) {
+    return PrivateMakeUnique(directory, firstPatternId, numberedPatternId, taken, reusable, 1);
+}
+
+int CGVPath::PrivateMakeUnique(char const* directory, int firstPatternId, int numberedPatternId,
+                               CGVStringArray const* taken, CGVStringArray const* reusable, int legalURL) {
+    CGVPath folder;
+    if (directory != nullptr)
+        folder = directory;
+    else if (IsQualified())
+        folder = GetDirectory();
+    else
+        folder = CurrentDirectory();
+    int result = folder.GetVolumeMaxComponent() >= kLongSchemeFrom
+                     ? PrivateMakeUniqueLongName(folder, firstPatternId, numberedPatternId, taken, reusable, legalURL)
+                     : PrivateMakeUniqueShortName(folder, taken, reusable, legalURL);
+    if (directory != nullptr)
+        *this = GetName();
+    return result;
+}
+
+int CGVPath::PrivateMakeUniqueLongName(char const* directory, int firstPatternId, int numberedPatternId,
+                                       CGVStringArray const* taken, CGVStringArray const* reusable, int legalURL) {
+    CGVPath folder(directory);
+    if (IsEmpty() || folder.IsEmpty() || folder.IsFile())
+        return 0;
+    // The name as it stands, not made legal, not even as a URL.
+    CGVPath name = GetName();
+    CGVPath candidate = Join(folder, name);
+    if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+        *this = candidate;
+        return 1;
+    }
+    CGVPath base(name);
+    base.TrimExtension();
+    CGVPath extension = GetExtension();
+
+    CString pattern;
+    if (firstPatternId != 0 && pattern.LoadString(static_cast<UINT>(firstPatternId)) && !pattern.IsEmpty()) {
+        name = Finish(FillPattern(CGVString(pattern.GetString()), base, nullptr), extension, legalURL);
+        candidate = Join(folder, name);
+        if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+            *this = candidate;
+            return 1;
+        }
+    }
+    // Filling by conversion rather than by position makes the order of "%s" and
+    // "%d" in the pattern take care of itself.
+    CGVString numbered = kDefaultNumberedPattern;
+    if (numberedPatternId != 0 && pattern.LoadString(static_cast<UINT>(numberedPatternId)))
+        numbered = pattern.GetString();
+    CGVPath previous;
+    for (int n = 2; n < kLastNumber; ++n) {
+        name = Finish(FillPattern(numbered, base, &n), extension, legalURL);
+        candidate = Join(folder, name);
+        // A pattern without "%d" gives one candidate over and over: give up at once.
+        if (candidate.Compare(previous) == 0)
+            return 0;
+        if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+            *this = candidate;
+            return 1;
+        }
+        previous = candidate;
+    }
+    return 0;
+}
+
+int CGVPath::PrivateMakeUniqueShortName(char const* directory, CGVStringArray const* taken,
+                                        CGVStringArray const* reusable, int legalURL) {
+    CGVPath folder(directory);
+    if (IsEmpty() || folder.IsEmpty() || folder.IsFile())
+        return 0;
+    CGVPath name = GetName();
+    name.MakeLegalName(folder);
+    name = Finish(name, CGVString(), legalURL);
+    CGVPath candidate = Join(folder, name);
+    if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+        *this = candidate;
+        return 1;
+    }
+    CGVPath base(name);
+    base.TrimExtension();
+    CGVPath extension = name.GetExtension();
+    if (legalURL)
+        extension.MakeLegalURL(nullptr, 0);
+    // Signed: a volume without a volume (limit 0) must not wrap to a huge limit.
+    int64_t limit = static_cast<int64_t>(folder.GetVolumeMaxComponent()) - folder.GetVolumeMaxExtension() - 1;
+    CGVPath previous;
+    for (int n = 1; n <= kLastNumber; ++n) {
+        CGVString number(std::to_string(n).c_str());
+        int64_t keep = limit - number.GetLength();
+        if (base.GetLength() + number.GetLength() > limit && keep >= 0)
+            base.TrimRight(static_cast<int>(keep));
+        candidate = Join(folder, Finish(CGVPath(base + number), CGVString(), legalURL));
+        candidate.SetExtension(extension);
+        // The extension can swallow the number (a base holding a full stop on a
+        // volume of 13 to 129 characters): every later try would be this one.
+        if (candidate.Compare(previous) == 0)
+            break;
+        if (PrivateIsUniquePath(candidate, CGVPath(candidate).GetName(), taken, reusable)) {
+            *this = candidate;
+            return 1;
+        }
+        previous = candidate;
+    }
+    Empty();
+    return 0;
+}
