@@ -159,3 +159,22 @@ TEST_F(CGVPathUnique, IsUniqueLooksAtTheNameWhereAsked) {
     EXPECT_EQ("L:\\dir\\report (3).txt", Text(relative));
     ASSERT_TRUE(SetCurrentDirectoryA(saved));
 }
+
+TEST_F(CGVPathUnique, WhatIsFoundFreeIsFreeForAnyName) {
+    const std::string longName(300, 'n');
+    const char* names[] = {"", ".", "..", "\\", "C:", "a:b", "%s%d%n", "x\\", "\xE4\xFF.\xA0", " .txt",
+                           "report.txt", "REPORT", "a/b/report.txt", longName.c_str()};
+    for (const char* directory : {"L:\\dir", "S:\\dir"}) {
+        for (const char* name : names) {
+            SCOPED_TRACE(std::string(name) + " in " + directory);
+            CGVPath path(name);
+            if (path.MakeUnique(directory, 0, 0, nullptr, nullptr)) {
+                EXPECT_EQ(1, path.IsUnique(directory));
+            }
+            CGVPath url(name);
+            if (url.MakeUniqueLegalURL(directory, 0, 0, nullptr, nullptr)) {
+                EXPECT_EQ(1, url.IsUnique(directory));
+            }
+        }
+    }
+}

@@ -6,6 +6,7 @@
 
 #include "gvlib/path/GVPath.h"
 #include "gvlib/platform/volumes.h"
+#include "path/path_test_access.h"
 #include "path/volume_fixture.h"
 
 namespace {
@@ -72,6 +73,37 @@ TEST_F(CGVPathVolume, OnlyFixedDrivesStayInTheOneEntryCache) {
     EXPECT_EQ(2u, queriesFor({"S:\\a", "L:\\a", "L:\\b"}));  // another fixed root replaces it
     EXPECT_EQ(1u, queriesFor({"l:\\a"}));                     // the key is the exact text
     EXPECT_EQ(2u, queriesFor({"Q:\\a", "Q:\\a"}));            // failures are never cached
+}
+
+TEST_F(CGVPathVolume, TheVolumeRecord) {
+    gvplatform::VolumeOptions options = Options(gvplatform::kDriveFixed, 64);
+    options.volumeName = "DATA";
+    options.fileSystemName = "NTFS";
+    options.serialNumber = 0x1234ABCDu;
+    options.fileSystemFlags = 0x2Fu;
+    gvplatform::MapDrive('V', Host("spare"), options);
+    CGVPath::VolumeInfo info;
+    ASSERT_EQ(1, GVPathTestAccess::GetVolumeInfo(CGVPath(), "V:", info));
+    EXPECT_EQ("V:\\", Text(info.root));  // a delimiter added
+    EXPECT_EQ("DATA", Text(info.volumeName));
+    EXPECT_EQ("NTFS", Text(info.fileSystemName));
+    EXPECT_EQ(64u, info.maxComponentLength);
+    EXPECT_EQ(0x1234ABCDu, info.serialNumber);
+    EXPECT_EQ(0x2Fu, info.fileSystemFlags);
+
+    CGVPath::VolumeInfo cached;  // the same answer again, from the cache
+    uint32_t before = gvplatform::VolumeQueryCount();
+    ASSERT_EQ(1, GVPathTestAccess::GetVolumeInfo(CGVPath(), "V:\\", cached));
+    EXPECT_EQ(before, gvplatform::VolumeQueryCount());
+    EXPECT_EQ("DATA", Text(cached.volumeName));
+    EXPECT_EQ(0x1234ABCDu, cached.serialNumber);
+
+    CGVPath::VolumeInfo failed = info;
+    EXPECT_EQ(0, GVPathTestAccess::GetVolumeInfo(CGVPath(), "Q:", failed));
+    EXPECT_EQ("Q:\\", Text(failed.root));
+    EXPECT_EQ(0u, failed.maxComponentLength);
+    EXPECT_EQ(0u, failed.serialNumber);
+    EXPECT_EQ(0u, failed.fileSystemFlags);
 }
 
 TEST_F(CGVPathVolume, ExistenceOverTheMappedDrives) {
