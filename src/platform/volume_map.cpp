@@ -76,6 +76,9 @@ std::string NormaliseHost(std::string const& path) {
 
 bool IsDriveLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
+// "C:" rather than a UNC root; the bare UNC prefix \\ is two characters long too.
+bool IsDriveRoot(std::string const& root) { return root.size() == 2 && root[1] == ':'; }
+
 std::string Join(std::vector<std::string> const& parts, char delimiter) {
     std::string out;
     for (size_t i = 0; i < parts.size(); ++i) {
@@ -126,7 +129,7 @@ bool CurrentWindowsPath(WindowsPath& out) {
 
 std::string WindowsPath::Text() const {
     std::string text = root;
-    if (root.size() == 2 || !components.empty())
+    if (IsDriveRoot(root) || !components.empty())
         text += '\\';
     text += Join(components, '\\');
     if (trailingDelimiter && !components.empty())
@@ -158,7 +161,7 @@ bool FullWindowsPath(std::string const& input, WindowsPath& out) {
         char letter = ToUpper(s[0]);
         WindowsPath current;
         std::string base;
-        if (CurrentWindowsPath(current) && ToUpper(current.root[0]) == letter && current.root.size() == 2) {
+        if (CurrentWindowsPath(current) && IsDriveRoot(current.root) && ToUpper(current.root[0]) == letter) {
             base = current.Text();
         } else {
             std::lock_guard<std::mutex> guard(Map().lock);
@@ -266,7 +269,7 @@ bool ResolveHostPath(WindowsPath const& path, std::string& host, std::vector<std
 }
 
 void NoteDriveDirectory(WindowsPath const& path) {
-    if (path.root.size() != 2)
+    if (!IsDriveRoot(path.root))
         return;
     std::lock_guard<std::mutex> guard(Map().lock);
     Map().driveDirectories[ToUpper(path.root[0])] = path.Text();
@@ -348,7 +351,7 @@ std::string HostToWindowsPath(std::string const& hostPath) {
     std::string rest = best.host == "/" ? absolute : absolute.substr(best.host.size());
     std::replace(rest.begin(), rest.end(), '/', '\\');
     if (rest.empty() || rest == "\\")
-        rest = best.root.size() == 2 ? "\\" : "";
+        rest = detail::IsDriveRoot(best.root) ? "\\" : "";
     return best.root + detail::HostNameToAnsi(rest);
 }
 

@@ -31,6 +31,8 @@ TEST(FullPathName, LexicalRules) {
         {"\\\\server\\share\\a\\..\\b", "\\\\server\\share\\b"},
         {"\\\\server\\share\\..\\..", "\\\\server\\share"},
         {"D:\\", "D:\\"},
+        {"\\\\", "\\\\"},  // the bare UNC prefix is no drive root: no delimiter added
+        {"//", "\\\\"},
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(row.in);
