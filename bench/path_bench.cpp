@@ -52,6 +52,16 @@ void MakeUnique_gvlib(benchmark::State& state) {
     }
 }
 
+// The names on disk in lower case, asked for in upper case: every candidate is
+// found by reading the directory. No standard peer matches names without case.
+void MakeUniqueOtherCase_gvlib(benchmark::State& state) {
+    NumberedDirectory dir(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        CGVPath path("REPORT.TXT");
+        benchmark::DoNotOptimize(path.MakeUnique("B:\\", 0, 0, nullptr, nullptr));
+    }
+}
+
 // The same candidates, asked of the file system directly.
 void MakeUnique_peer(benchmark::State& state) {
     NumberedDirectory dir(static_cast<int>(state.range(0)));
@@ -87,6 +97,7 @@ void IsLegal_gvlib(benchmark::State& state) {
 
 BENCHMARK(MakeUnique_gvlib)->Name("MakeUnique/gvlib")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(MakeUnique_peer)->Name("MakeUnique/peer")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(MakeUniqueOtherCase_gvlib)->Name("MakeUniqueOtherCase/gvlib")->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RelativePath_gvlib)->Name("RelativePath/gvlib");
 BENCHMARK(RelativePath_peer)->Name("RelativePath/peer");
 BENCHMARK(IsLegal_gvlib)->Name("IsLegalWarmCache/gvlib");

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <map>
 #include <mutex>
 #include <string>
@@ -216,6 +217,20 @@ std::string HostNameToAnsi(std::string const& host) {
 
 namespace {
 
+// Whether a host (UTF-8) name spells `ansiName` without regard to case. A name
+// of plain ASCII has the same bytes in both encodings and skips the conversion:
+// a miss reads the whole directory, thousands of entries when numbered names
+// pile up.
+bool SameNameNoCase(char const* hostName, std::string const& ansiName) {
+    size_t length = 0;
+    bool ascii = true;
+    for (; hostName[length] != '\0'; ++length)
+        ascii = ascii && static_cast<unsigned char>(hostName[length]) < 0x80;
+    if (ascii)
+        return length == ansiName.size() && ByteCompareNoCase(hostName, ansiName.c_str()) == 0;
+    return ByteCompareNoCase(HostNameToAnsi(hostName).c_str(), ansiName.c_str()) == 0;
+}
+
 // The entry of `directory` whose name matches `ansiName` without regard to case;
 // the first in byte order when several do.
 bool FindEntryNoCase(std::string const& directory, std::string const& ansiName, std::string& found) {
@@ -224,10 +239,10 @@ bool FindEntryNoCase(std::string const& directory, std::string const& ansiName, 
         return false;
     bool any = false;
     while (dirent* entry = readdir(dir)) {
-        std::string name = entry->d_name;
-        if (name == "." || name == "..")
+        char const* name = entry->d_name;
+        if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0)
             continue;
-        if (ByteCompareNoCase(HostNameToAnsi(name).c_str(), ansiName.c_str()) == 0 && (!any || name < found)) {
+        if (SameNameNoCase(name, ansiName) && (!any || found.compare(name) > 0)) {
             found = name;
             any = true;
         }

@@ -19,6 +19,7 @@ protected:
         VolumeFixture::SetUp();
         MakeDir("long/dir/sub");
         Touch("long/dir/report.txt");
+        Touch("long/dir/\xC3\x84rger.txt");  // "A-umlaut rger.txt" in the host's UTF-8
         MakeDir("share/docs");
         Touch("share/docs/a.htm");
     }
@@ -119,6 +120,7 @@ TEST_F(CGVPathVolume, ExistenceOverTheMappedDrives) {
         {"L:\\dir", 0, 0, 1, 1, "L:\\dir"},
         {"L:\\DIR\\", 0, 0, 1, 1, "L:\\DIR\\"},  // any case, a trailing delimiter
         {"L:\\dir\\REPORT.TXT", 0, 1, 0, 1, "L:\\dir\\REPORT.TXT"},
+        {"L:\\dir\\\xC4RGER.txt", 0, 1, 0, 1, "L:\\dir\\\xC4RGER.txt"},  // the ANSI spelling, any case
         {"L:\\dir\\missing\\file.txt", 0, 0, 0, 1, "L:\\dir"},
         {"L:\\dir\\report.txt\\x", 0, 0, 0, 1, "L:\\dir"},
         {"\\\\server\\share\\docs", 0, 0, 1, 1, "\\\\server\\share\\docs"},
