@@ -1,6 +1,6 @@
-# GVPathExplode.cpp joins the build together with the string array it uses.
 target_sources(gvlib PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathComponents.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/GVPathExplode.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathModel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathTrim.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVPathComponents.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVPathURL.cpp)
