@@ -39,10 +39,9 @@ CGVObject* CGVStringArray::mNew() const { return CGVArray::mNew(); }
 void CGVStringArray::mClear() { mInit(0, 16); }
 
 void CGVStringArray::mInit(int32_t, int16_t) {
-    // Slots beyond the pointer array (only a damaged archive gives a count above
-    // it) hold nothing to delete; stopping there keeps the destructor from throwing.
-    int32_t owned = m_itemCount < m_strings.GetSize() ? m_itemCount : m_strings.GetSize();
-    for (int32_t i = 0; i < owned; ++i)
+    // Every slot owns its string, also those past the item count: an archive may
+    // hold more strings than items, and the array is destroyed with all of them.
+    for (INT_PTR i = 0; i < m_strings.GetSize(); ++i)
         delete m_strings.GetAt(i);
     m_strings.SetSize(0);
     m_itemCount = 0;

@@ -145,21 +145,30 @@ int32_t SpecialWeight(unsigned char byte) {
     return 0;
 }
 
-// Decodes Windows-1252 to UTF-16; with `marks`, hyphens and apostrophes go there instead.
-void Decode(const char* text, int32_t count, std::u16string& units, std::vector<SpecialMark>* marks) {
-    const auto& table = gvplatform::detail::Cp1252ToUtf16Table();
-    if (marks)
-        marks->clear();
-    units.resize(static_cast<std::size_t>(count));
-    char16_t* out = &units[0];
+// Decodes Windows-1252 to UTF-16 into `units` (which only ever grows, so a
+// comparison inside a sort allocates nothing); with `marks`, hyphens and
+// apostrophes go there instead. Answers the number of units written.
+int32_t Decode(const char* text, int32_t count, std::vector<char16_t>& units, std::vector<SpecialMark>* marks) {
+    const char16_t* table = gvplatform::detail::Cp1252ToUtf16Table().data();
+    if (units.size() < static_cast<std::size_t>(count))
+        units.resize(static_cast<std::size_t>(count));
+    char16_t* const begin = units.data();
+    char16_t* out = begin;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+    if (marks == nullptr) {
+        for (int32_t i = 0; i < count; ++i)
+            out[i] = table[bytes[i]];
+        return count;
+    }
+    marks->clear();
     for (int32_t i = 0; i < count; ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        if (marks && (byte == '\'' || byte == '-'))
+        const unsigned char byte = bytes[i];
+        if (byte == '\'' || byte == '-')
             marks->push_back({i, SpecialWeight(byte)});
         else
             *out++ = table[byte];
     }
-    units.resize(static_cast<std::size_t>(out - units.data()));
+    return static_cast<int32_t>(out - begin);
 }
 
 // The tie-break: no marks first, then mark by mark, a shorter list before a longer.
@@ -219,7 +228,7 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
     // and reaches its thread-local state once.
     thread_local struct {
         CollatorSlot last;
-        std::u16string units1, units2;
+        std::vector<char16_t> units1, units2;
         std::vector<SpecialMark> marks1, marks2;
     } scratch;
     UCollator* collator = CachedCollator(ResolveLcid(Locale), dwCmpFlags, scratch.last);
@@ -233,11 +242,10 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
     // Ignoring symbols drops hyphen and apostrophe with the rest; the string sort
     // keeps them as ordinary symbols. Only the word sort sets them apart.
     const bool wordSort = (dwCmpFlags & (SORT_STRINGSORT | NORM_IGNORESYMBOLS)) == 0;
-    Decode(lpString1, count1, units1, wordSort ? &marks1 : nullptr);
-    Decode(lpString2, count2, units2, wordSort ? &marks2 : nullptr);
-    const UCollationResult main =
-        ucol_strcoll(collator, reinterpret_cast<const UChar*>(units1.data()), static_cast<int32_t>(units1.size()),
-                     reinterpret_cast<const UChar*>(units2.data()), static_cast<int32_t>(units2.size()));
+    const int32_t n1 = Decode(lpString1, count1, units1, wordSort ? &marks1 : nullptr);
+    const int32_t n2 = Decode(lpString2, count2, units2, wordSort ? &marks2 : nullptr);
+    const UCollationResult main = ucol_strcoll(collator, reinterpret_cast<const UChar*>(units1.data()), n1,
+                                               reinterpret_cast<const UChar*>(units2.data()), n2);
     if (main != UCOL_EQUAL || !wordSort)
         return ToCstr(main);
     return CompareMarks(marks1, marks2);

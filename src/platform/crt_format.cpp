@@ -237,20 +237,16 @@ std::string FormatFloating(double value, char conversion, const Field& field) {
     return Pad(sign + digits, field, std::isfinite(value));
 }
 
-std::string CallHost(const std::string& field, ...) {
-    va_list args;
-    va_start(args, field);
-    va_list again;
-    va_copy(again, args);
-    int n = std::vsnprintf(nullptr, 0, field.c_str(), args);
-    va_end(args);
+// One integer through the host's printf with a rebuilt pattern.
+template <typename T>
+std::string CallHost(const std::string& pattern, T value) {
+    int n = std::snprintf(nullptr, 0, pattern.c_str(), value);
     std::string out;
     if (n > 0) {
         out.resize(static_cast<size_t>(n) + 1);
-        std::vsnprintf(&out[0], out.size(), field.c_str(), again);
+        std::snprintf(&out[0], out.size(), pattern.c_str(), value);
         out.resize(static_cast<size_t>(n));
     }
-    va_end(again);
     return out;
 }
 

@@ -165,3 +165,12 @@ TEST(ArchiveDamage, AbsurdArrayHeadersAreRefused) {
         EXPECT_EQ(0, loaded.mGetNumItems());
     }
 }
+
+// Found by fuzzing: an archive with more strings than items leaked the extra strings.
+TEST(ArchiveDamage, StringsBeyondTheItemCountAreOwned) {
+    Bytes bytes = {0xFF, 0xFF, 0xFF, 0xFF, 0x10, 0x00, 0x10, 0, 0, 0, 0, 0, 0, 0,  // item count 0
+                   2, 0, 0, 0, 3, 'a', ' ', 'b', 0};                               // two strings
+    CGVStringArray loaded;
+    EXPECT_EQ(-1, Load(bytes, loaded));
+    EXPECT_EQ(0, loaded.mGetNumItems());
+}  // the sanitiser build's leak check fails here if the strings are dropped

@@ -1,0 +1,39 @@
+// The subcommands of gvtool, each registering itself on the application.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+namespace gvtool {
+
+/// Exit statuses: 0 success, 1 a test that answered false, 2 bad usage or bad input.
+enum Status { kOk = 0, kFalse = 1, kError = 2 };
+
+/// Raised by a subcommand for bad input; main prints it and exits with kError.
+struct Failure {
+    std::string message;
+};
+
+/// The status the chosen subcommand sets; main returns it.
+Status& Result();
+
+void AddDump(CLI::App& app);
+void AddConvert(CLI::App& app);
+void AddSort(CLI::App& app);
+void AddPath(CLI::App& app);
+void AddUrl(CLI::App& app);
+void AddDate(CLI::App& app);
+void AddMoney(CLI::App& app);
+
+/// Maps the volumes named by --drive LETTER=HOSTDIR[,removable|fixed|remote][,max=N].
+void MapDrives(std::vector<std::string> const& drives);
+
+/// A path argument in the library's form: host paths beginning with / become C:\ form.
+std::string WindowsForm(std::string const& path);
+
+/// The whole content of a file, or a Failure naming it.
+std::string ReadFile(std::string const& path);
+void WriteFile(std::string const& path, std::string const& bytes);
+
+}  // namespace gvtool

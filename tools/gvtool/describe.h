@@ -1,0 +1,20 @@
+// Readable descriptions of value objects, as text lines or JSON.
+#pragma once
+
+#include <gvlib/gvlib.h>
+
+#include <string>
+
+namespace gvtool {
+
+/// One object as readable text: its class, then its value ("long -15").
+std::string Describe(CGVObject& obj);
+/// One object as a JSON object ({"class": "long", "value": -15}).
+std::string DescribeJson(CGVObject& obj);
+/// The class names the tool accepts (string, long, buffer, date, long-array,
+/// string-array, array); null for an unknown name.
+CGVObject* NewOfClass(std::string const& name);
+/// The class name of an object.
+std::string ClassOf(CGVObject& obj);
+
+}  // namespace gvtool
