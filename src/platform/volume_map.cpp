@@ -52,8 +52,9 @@ std::string HostCurrentDirectory() {
     return getcwd(buf, sizeof buf) ? std::string(buf) : std::string();
 }
 
-// Lexical normalisation of an absolute host path.
-std::string NormaliseHost(std::string const& path) {
+// Lexical normalisation of a host path, made absolute from the current directory.
+std::string NormaliseHost(std::string const& given) {
+    std::string path = (given.empty() || given[0] != '/') ? HostCurrentDirectory() + "/" + given : given;
     std::vector<std::string> parts;
     size_t i = 0;
     while (i <= path.size()) {

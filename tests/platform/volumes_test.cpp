@@ -94,3 +94,12 @@ TEST_F(Volumes, HostAndWindowsPathsTranslate) {
     gvplatform::UnmapDrive('C');
     EXPECT_EQ("", gvplatform::HostToWindowsPath("/usr/lib"));
 }
+
+TEST_F(Volumes, RelativeHostDirectoriesAreTakenFromTheCurrentDirectory) {
+    char saved[4096];
+    ASSERT_NE(nullptr, getcwd(saved, sizeof saved));
+    ASSERT_EQ(0, chdir(root_.c_str()));
+    gvplatform::MapDrive('T', "Docs");
+    EXPECT_EQ(root_ + "/Docs/report.txt", gvplatform::WindowsToHostPath("T:\\report.txt"));
+    ASSERT_EQ(0, chdir(saved));
+}
