@@ -46,6 +46,11 @@ public:
         typeText = 0x4000,
         typeBinary = 0x8000
     };
+#if defined(__clang__)
+// The framework's name "system" shadows the C library's system(); it stays.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wshadow"
+#endif
     enum Attribute : BYTE {
         normal = 0x00,
         readOnly = 0x01,
@@ -55,6 +60,9 @@ public:
         directory = 0x10,
         archive = 0x20
     };
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
     enum SeekPosition : UINT { begin = 0x0, current = 0x1, end = 0x2 };
 
     /// The status of the file a Windows path names, as the framework found it: by
