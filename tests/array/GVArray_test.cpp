@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "archive_bytes.h"
+#include "support/archive_bytes.h"
 #include "gvlib/array/GVArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/platform/afxexcept.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "archive_bytes.h"
+#include "support/archive_bytes.h"
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"

@@ -12,22 +12,12 @@
 #include "gvlib/platform/afxexcept.h"
 #include "gvlib/platform/afxfile.h"
 #include "gvlib/string/GVString.h"
+#include "support/archive_bytes.h"
 
 namespace {
 
 using Bytes = std::vector<BYTE>;
-
-template <typename T>
-Bytes Stored(T& obj) {
-    CMemFile file;
-    CArchive ar(&file, CArchive::store);
-    obj.Serialize(ar);
-    ar.Close();
-    Bytes bytes(static_cast<size_t>(file.GetLength()));
-    file.SeekToBegin();
-    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-    return bytes;
-}
+using gvtest::Stored;
 
 // Loads `bytes` into obj; answers the archive exception's cause, or -1 when none.
 template <typename T>

@@ -10,6 +10,7 @@
 #include "gvlib/platform/afxfile.h"
 
 #include "gvlib/string/GVString.h"
+#include "support/archive_bytes.h"
 
 namespace {
 
@@ -69,19 +70,6 @@ TEST(CGVStringText, DamagedBodies) {
 
 namespace {
 
-std::vector<unsigned char> Stored(CGVString& s) {
-    CMemFile file;
-    {
-        CArchive ar(&file, CArchive::store);
-        s.Serialize(ar);
-        ar.Close();
-    }
-    std::vector<unsigned char> bytes(static_cast<size_t>(file.GetLength()));
-    file.SeekToBegin();
-    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-    return bytes;
-}
-
 void Load(std::vector<unsigned char> const& bytes, CGVString& s) {
     CMemFile file;
     file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
@@ -96,7 +84,7 @@ TEST(CGVStringArchive, FormKeepsEmbeddedNuls) {
     CGVString s;
     s.SetString("a\0b", 3);
     std::vector<unsigned char> want = {0x03, 'a', 0x00, 'b'};
-    EXPECT_EQ(want, Stored(s));
+    EXPECT_EQ(want, gvtest::Stored(s));
     CGVString back("old");
     Load(want, back);
     ASSERT_EQ(3, back.GetLength());
@@ -105,7 +93,7 @@ TEST(CGVStringArchive, FormKeepsEmbeddedNuls) {
 
 TEST(CGVStringArchive, LongLengthsTakeTheLongerPrefixes) {
     CGVString s('x', 300);
-    std::vector<unsigned char> bytes = Stored(s);
+    std::vector<unsigned char> bytes = gvtest::Stored(s);
     ASSERT_EQ(303u, bytes.size());
     EXPECT_EQ((std::vector<unsigned char>{0xFF, 0x2C, 0x01}), std::vector<unsigned char>(bytes.begin(), bytes.begin() + 3));
     CGVString back;
