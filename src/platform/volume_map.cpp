@@ -264,6 +264,22 @@ bool ResolveHostPath(WindowsPath const& path, std::string& host, std::vector<std
         return false;
     host = StripTrailingSlashes(volume.host);
     struct stat st;
+    // The common case first: the path exists as written, which one query tells.
+    std::string exact = host;
+    std::vector<std::string> names;
+    for (std::string const& component : path.components) {
+        names.push_back(AnsiToHostName(component));
+        exact = ChildPath(exact, names.back());
+    }
+    if (stat(exact.c_str(), &st) == 0) {
+        host = exact;
+        if (onDisk != nullptr)
+            for (std::string const& name : names)
+                onDisk->push_back(HostNameToAnsi(name));
+        if (exists != nullptr)
+            *exists = true;
+        return true;
+    }
     bool present = stat(host.c_str(), &st) == 0;
     for (std::string const& component : path.components) {
         std::string name = AnsiToHostName(component);
