@@ -1,9 +1,11 @@
 // Loads arbitrary bytes as the binary archive form of a class chosen by the
-// first byte. Damaged archives must end in the archive exception or a value.
+// first byte. Damaged archives must end in the archive exception or a value
+// whose text form and archive can be written.
 #include <gvlib/gvlib.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 #include <vector>
 
 namespace {
@@ -20,7 +22,9 @@ void Load(std::vector<BYTE>& bytes) {
         // the defined outcome of damaged or truncated data
     }
     file.Detach();
-    // Whatever was loaded must store again.
+    // Whatever was loaded must write its text form and store again.
+    std::ostringstream text;
+    text << obj;
     CMemFile out;
     CArchive store(&out, CArchive::store);
     obj.Serialize(store);

@@ -1,12 +1,14 @@
 // CGVLongArray: typed add, search, the growing index and the text form (tag Y).
 #include "gvlib/array/GVLongArray.h"
 
+#include <algorithm>
 #include <cstring>
 #include <istream>
 #include <ostream>
 #include <typeinfo>
 
 #include "gvlib/core/GVLong.h"
+#include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/afxexcept.h"
 #include "gvlib/platform/afxstr.h"
 
@@ -60,7 +62,11 @@ int32_t CGVLongArray::mSearch(int32_t value) { return CGVArray::mSearch(&value, 
 
 int32_t CGVLongArray::operator[](int32_t index) const {
     int32_t value = 0;  // outside the items nothing is read
-    mGetArrayItem(&value, index);
+    if (index < 0 || index >= m_itemCount || m_elements == nullptr)
+        return value;
+    // An array re-shaped by mInit (or loaded so) may hold elements of another
+    // size: read at most the 4 bytes the value has room for.
+    std::memcpy(&value, mItemPtr(index), static_cast<size_t>(std::min(m_elementSize, int32_t{4})));
     return value;
 }
 
@@ -69,6 +75,9 @@ int32_t& CGVLongArray::operator[](int32_t index) {
         AfxThrowInvalidArgException();
     if (index >= m_itemCount)
         GrowItemsTo(index);
+    // Elements narrower than a value (or no block at all) give no 4 bytes to refer to.
+    if (m_elementSize < 4 || m_elements == nullptr)
+        AfxThrowInvalidArgException();
     return *static_cast<int32_t*>(mItemPtr(index));
 }
 
@@ -76,8 +85,9 @@ void CGVLongArray::Serialize(std::ostream& os) {
     os << 'Y';
     CGVLong count(m_itemCount);
     os << count;
+    CGVLongArray const& items = *this;
     for (int32_t i = 0; i < m_itemCount; ++i) {
-        CGVLong item((*this)[i]);
+        CGVLong item(items[i]);
         os << item;
     }
 }
@@ -97,4 +107,17 @@ void CGVLongArray::Serialize(std::istream& is) {
     }
 }
 
-void CGVLongArray::Serialize(CArchive& ar) { CGVArray::Serialize(ar); }
+void CGVLongArray::Serialize(CArchive& ar) {
+    if (ar.IsStoring()) {
+        CGVArray::Serialize(ar);
+        return;
+    }
+    // A long array's archive has 4-byte elements; any other size is damage. An
+    // element size of 0 in particular would give any count of items without a
+    // byte of data behind them.
+    CGVArray loaded;
+    loaded.Serialize(ar);
+    if (loaded.mGetElementSize() != 4)
+        AfxThrowArchiveException(CArchiveException::badIndex);
+    CopyFrom(loaded);
+}

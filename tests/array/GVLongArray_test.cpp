@@ -137,3 +137,45 @@ TEST(CGVLongArray, BufferRoundTripAppends) {
     back.mLoad(b);
     EXPECT_EQ((std::vector<int32_t>{7, 1, -2, 300}), Items(back));
 }
+
+// Found by fuzzing: an archive of 0-byte elements claimed 824 million items
+// with no data, and reading them wrote 0 bytes per item into a value while the
+// text form promised gigabytes. A long array's archive holds 4-byte elements.
+TEST(CGVLongArray, ArchiveOfAnotherElementSizeIsDamage) {
+    for (int32_t size : {0, 1, 8}) {
+        SCOPED_TRACE(size);
+        std::vector<BYTE> bytes = gvtest::Header(size, 0, 0x55200000, 0x31202035);
+        if (size == 1) {
+            bytes = gvtest::Header(1, 16, 2, 2);
+            bytes.push_back(5);
+            bytes.push_back(6);
+        }
+        CGVLongArray a = Holding({9});
+        EXPECT_THROW(gvtest::Load(bytes, a), CArchiveException);
+        EXPECT_EQ((std::vector<int32_t>{9}), Items(a));
+    }
+}
+
+// Found by fuzzing: elements of another size than 4 (after mInit) were copied
+// whole into a 4-byte value, past its end.
+TEST(CGVLongArray, ElementsOfAnotherSizeReadAtMostFourBytes) {
+    CGVLongArray wide;
+    wide.mInit(8, 4);
+    int64_t big = 0x1122334455667788;
+    wide.mAdd(&big);
+    EXPECT_EQ(0x55667788, static_cast<CGVLongArray const&>(wide)[0]);
+    EXPECT_EQ(0x55667788, wide[0]);
+    EXPECT_EQ("YU1 U1432778632 ", Text(wide));
+
+    CGVLongArray narrow;
+    narrow.mInit(1, 4);
+    char one = 5;
+    narrow.mAdd(&one);
+    EXPECT_EQ(5, static_cast<CGVLongArray const&>(narrow)[0]);
+    EXPECT_THROW((void)narrow[0], CInvalidArgException);
+    EXPECT_EQ("YU1 U5 ", Text(narrow));
+
+    CGVLongArray none;
+    none.mInit(0, 4);
+    EXPECT_THROW((void)none[2], CInvalidArgException);
+}

@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iosfwd>
 #include <string>
 
 namespace gvtool {
@@ -19,6 +20,10 @@ struct Failure {
 Status& Result();
 
 void AddDump(CLI::App& app);
+/// What dump prints for the bytes of a file: objects to `out`, remarks to `notes`.
+/// An empty class reads a text stream. Bad input raises Failure.
+void Dump(std::string const& bytes, std::string const& archiveClass, bool json, std::ostream& out,
+          std::ostream& notes);
 void AddConvert(CLI::App& app);
 void AddSort(CLI::App& app);
 void AddPath(CLI::App& app);

@@ -9,6 +9,28 @@
 
 namespace gvtool {
 
+void Dump(std::string const& bytes, std::string const& archiveClass, bool json, std::ostream& out,
+          std::ostream& notes) {
+    std::vector<std::unique_ptr<CGVObject>> objects;
+    if (archiveClass.empty()) {
+        objects = ReadTextObjects(bytes);
+    } else {
+        objects.emplace_back(NewOfClass(archiveClass));
+        size_t used = LoadArchive(bytes, *objects.back());
+        if (used < bytes.size())
+            notes << "gvtool: note: " << bytes.size() - used << " bytes after the object were not read\n";
+    }
+    if (json) {
+        out << "[";
+        for (size_t i = 0; i < objects.size(); ++i)
+            out << (i ? ",\n " : "") << DescribeJson(*objects[i]);
+        out << "]\n";
+    } else {
+        for (auto& obj : objects)
+            out << Describe(*obj) << '\n';
+    }
+}
+
 void AddDump(CLI::App& app) {
     auto* cmd = app.add_subcommand("dump", "Decode a saved object into readable text");
     static std::string file, archiveClass;
@@ -18,27 +40,7 @@ void AddDump(CLI::App& app) {
     cmd->add_option("--archive", archiveClass, "Read FILE as the binary archive of CLASS")
         ->check(CLI::IsMember({"string", "long", "buffer", "long-array", "string-array", "array"}));
     cmd->add_flag("--json", json, "Print JSON instead of text");
-    cmd->callback([] {
-        std::string bytes = ReadFile(file);
-        std::vector<std::unique_ptr<CGVObject>> objects;
-        if (archiveClass.empty()) {
-            objects = ReadTextObjects(bytes);
-        } else {
-            objects.emplace_back(NewOfClass(archiveClass));
-            size_t used = LoadArchive(bytes, *objects.back());
-            if (used < bytes.size())
-                std::cerr << "gvtool: note: " << bytes.size() - used << " bytes after the object were not read\n";
-        }
-        if (json) {
-            std::cout << "[";
-            for (size_t i = 0; i < objects.size(); ++i)
-                std::cout << (i ? ",\n " : "") << DescribeJson(*objects[i]);
-            std::cout << "]\n";
-        } else {
-            for (auto& obj : objects)
-                std::cout << Describe(*obj) << '\n';
-        }
-    });
+    cmd->callback([] { Dump(ReadFile(file), archiveClass, json, std::cout, std::cerr); });
 }
 
 }  // namespace gvtool
