@@ -8,6 +8,7 @@
 
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/array/GVSort.h"
+#include "support/reference_sort.h"
 
 namespace {
 
@@ -70,53 +71,17 @@ void BM_Sort_QSortPlusPlus(benchmark::State& state) {
     state.counters["swaps/elem"] = static_cast<double>(g_swaps) / sorts;
 }
 
-// The same steps written as plain recursion with the callbacks held in locals:
-// the floor for this call sequence, branch mispredictions included. The library
-// should add nothing measurable to it.
-namespace recursive {
-GVSWAPPROC swap;
-GVCOMPAREPROC compare;
-void Small(uint32_t lo, uint32_t hi) {
-    for (; lo < hi; --hi)
-        for (uint32_t i = lo; i < hi; ++i)
-            if (compare(i, i + 1) > 0)
-                swap(i, i + 1);
-}
-uint32_t Partition(uint32_t lo, uint32_t hi) {
-    uint32_t p = (lo + hi) >> 1, i = lo - 1, j = hi + 1;
-    for (;;) {
-        do --j; while (compare(j, p) > 0);
-        do ++i; while (compare(i, p) < 0);
-        if (i >= j)
-            break;
-        if (i > p) p = i;
-        if (j < p) p = j;
-        swap(i, j);
-        if (i == p) { p = j; ++j; }
-        else if (j == p) { p = i; --i; }
-    }
-    return p == hi ? p - 1 : p;
-}
-void Range(uint32_t lo, uint32_t hi) {
-    if (hi - lo <= 10) { Small(lo, hi); return; }
-    if (lo >= hi) return;
-    do {
-        uint32_t p = Partition(lo, hi);
-        Range(lo, p);
-        lo = p + 1;
-    } while (lo < hi);
-}
-}  // namespace recursive
-
+// The same steps written as plain recursion (the tests' reference): the floor
+// for this call sequence, branch mispredictions included.
 void BM_Sort_RecursiveFloor(benchmark::State& state) {
     std::vector<int32_t> input = RandomValues();
-    recursive::swap = SwapAt;
-    recursive::compare = CompareAt;
+    GVSWAPPROC swap = SwapAt;
+    GVCOMPAREPROC compare = CompareAt;
     for (auto _ : state) {
         state.PauseTiming();
         g_values = input;
         state.ResumeTiming();
-        recursive::Range(0, kCount - 1);
+        gvtest::ReferenceRange(0, kCount - 1, compare, swap);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "gvlib/array/GVSort.h"
+#include "support/reference_sort.h"
 
 namespace {
 
@@ -57,40 +58,7 @@ void Swp(uint32_t i, uint32_t j) {
     calls.push_back("s" + std::to_string(i) + "," + std::to_string(j));
     std::swap(values[i], values[j]);
 }
-void Small(uint32_t lo, uint32_t hi) {
-    if (lo >= hi)
-        return;
-    do {
-        for (uint32_t i = lo; i < hi; ++i)
-            if (Cmp(i, i + 1) > 0)
-                Swp(i, i + 1);
-        --hi;
-    } while (lo < hi);
-}
-uint32_t Part(uint32_t lo, uint32_t hi) {
-    uint32_t p = (lo + hi) >> 1, i = lo - 1, j = hi + 1;
-    for (;;) {
-        do --j; while (Cmp(j, p) > 0);
-        do ++i; while (Cmp(i, p) < 0);
-        if (i >= j)
-            break;
-        if (i > p) p = i;
-        if (j < p) p = j;
-        Swp(i, j);
-        if (i == p) { p = j; ++j; }
-        else if (j == p) { p = i; --i; }
-    }
-    return p == hi ? p - 1 : p;
-}
-void Range(uint32_t lo, uint32_t hi) {
-    if (hi - lo <= 10) { Small(lo, hi); return; }
-    if (lo >= hi) return;
-    do {
-        uint32_t p = Part(lo, hi);
-        Range(lo, p);
-        lo = p + 1;
-    } while (lo < hi);
-}
+void Range(uint32_t lo, uint32_t hi) { gvtest::ReferenceRange(lo, hi, Cmp, Swp); }
 }  // namespace reference
 
 }  // namespace

@@ -12,38 +12,16 @@
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
 #include "gvlib/platform/afxfile.h"
+#include "support/buffer_content.h"
+#include "support/archive_bytes.h"
 
 namespace {
 
-std::string Content(CGVBuffer const& b) {
-    return b.mGetLength() > 0 ? std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())) : std::string();
-}
+using gvtest::Content;
+using gvtest::Fill;
 
-// mInit with a count of 0 would read the bytes as text, so empty content is cleared.
-void Fill(CGVBuffer& b, std::string const& bytes) {
-    if (bytes.empty())
-        b.mClearBuffer();
-    else
-        b.mInit(bytes.data(), static_cast<int32_t>(bytes.size()));
-}
-
-std::vector<BYTE> Stored(CGVBuffer& b) {
-    CMemFile file;
-    {
-        CArchive ar(&file, CArchive::store);
-        b.Serialize(ar);
-    }
-    std::vector<BYTE> bytes(static_cast<size_t>(file.GetLength()));
-    file.SeekToBegin();
-    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-    return bytes;
-}
-
-void Load(std::vector<BYTE> bytes, CGVBuffer& b) {
-    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
-    CArchive ar(&file, CArchive::load);
-    b.Serialize(ar);
-}
+using gvtest::Load;
+using gvtest::Stored;
 
 }  // namespace
 

@@ -9,20 +9,12 @@
 #include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/platform/afxfile.h"
+#include "support/buffer_content.h"
 
 namespace {
 
-std::string Content(CGVBuffer const& b) {
-    return b.mGetLength() > 0 ? std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())) : std::string();
-}
-
-// mInit with a count of 0 would read the bytes as text, so empty content is cleared.
-void Fill(CGVBuffer& b, std::string const& bytes) {
-    if (bytes.empty())
-        b.mClearBuffer();
-    else
-        b.mInit(bytes.data(), static_cast<int32_t>(bytes.size()));
-}
+using gvtest::Content;
+using gvtest::Fill;
 
 class BufferVisitor final : public CGVObjectVisitor {
 public:

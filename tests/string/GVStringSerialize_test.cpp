@@ -5,10 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "gvlib/platform/afxarchive.h"
-#include "gvlib/platform/afxexcept.h"
-#include "gvlib/platform/afxfile.h"
-
 #include "gvlib/string/GVString.h"
 #include "support/archive_bytes.h"
 
@@ -68,17 +64,6 @@ TEST(CGVStringText, DamagedBodies) {
     }
 }
 
-namespace {
-
-void Load(std::vector<unsigned char> const& bytes, CGVString& s) {
-    CMemFile file;
-    file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
-    file.SeekToBegin();
-    CArchive ar(&file, CArchive::load);
-    s.Serialize(ar);
-}
-
-}  // namespace
 
 TEST(CGVStringArchive, FormKeepsEmbeddedNuls) {
     CGVString s;
@@ -86,28 +71,7 @@ TEST(CGVStringArchive, FormKeepsEmbeddedNuls) {
     std::vector<unsigned char> want = {0x03, 'a', 0x00, 'b'};
     EXPECT_EQ(want, gvtest::Stored(s));
     CGVString back("old");
-    Load(want, back);
+    gvtest::Load(want, back);
     ASSERT_EQ(3, back.GetLength());
     EXPECT_EQ('b', back.GetAt(2));
-}
-
-TEST(CGVStringArchive, LongLengthsTakeTheLongerPrefixes) {
-    CGVString s('x', 300);
-    std::vector<unsigned char> bytes = gvtest::Stored(s);
-    ASSERT_EQ(303u, bytes.size());
-    EXPECT_EQ((std::vector<unsigned char>{0xFF, 0x2C, 0x01}), std::vector<unsigned char>(bytes.begin(), bytes.begin() + 3));
-    CGVString back;
-    Load(bytes, back);
-    EXPECT_EQ(0, back.Compare(s));
-}
-
-TEST(CGVStringArchive, TruncatedDataRaisesEndOfFileAndKeepsTheText) {
-    CGVString s("old");
-    try {
-        Load({0x05, 'a', 'b'}, s);
-        FAIL() << "no exception";
-    } catch (CArchiveException const& e) {
-        EXPECT_EQ(CArchiveException::endOfFile, e.m_cause);
-    }
-    EXPECT_STREQ("old", s);
 }
