@@ -13,6 +13,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/crt_time.cpp
   ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
   ${CMAKE_CURRENT_LIST_DIR}/file_status.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/loading_policy.cpp
   ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olecurrency.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp

@@ -17,4 +17,19 @@ GVLIB_API void ClearStringResources();
 /// The user's default locale (LOCALE_USER_DEFAULT, 0x400): 1033 until set.
 GVLIB_API void SetUserDefaultLCID(uint32_t lcid);
 
+/// The memory an input may make the library allocate, in bytes (2 GiB until
+/// set, as in the 32-bit address space the saved data came from). A size read
+/// from input (a length, a count, items times their size) that exceeds it
+/// raises CMemoryException before anything is allocated.
+GVLIB_API void SetMemoryBudget(uint64_t bytes);
+/// The current memory budget in bytes.
+GVLIB_API uint64_t MemoryBudget();
+
+/// Strict loading (off until set): short or inconsistent input raises the
+/// archive exception and leaves the target unchanged, instead of the
+/// original's outcome (keep what arrived, zero the rest).
+GVLIB_API void SetStrictLoading(bool strict);
+/// Whether strict loading is on.
+GVLIB_API bool StrictLoading();
+
 }  // namespace gvplatform
