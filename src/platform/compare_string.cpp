@@ -1,7 +1,6 @@
 // CompareStringA: locale comparison of Windows-1252 text through ICU collation,
 // shaped into the Windows word sort; and the user's default locale.
 #include <unicode/ucol.h>
-#include <unicode/uloc.h>
 
 #include <atomic>
 #include <climits>
@@ -16,6 +15,8 @@
 #include "gvlib/platform/gvplatform.h"
 #include "gvlib/platform/winnls.h"
 #include "platform/codepage.h"
+#include "platform/collation_weights.h"
+#include "platform/lcid_collation.h"
 
 namespace {
 
@@ -37,23 +38,6 @@ LCID ResolveLcid(LCID lcid) {
         return lcid;
     const LCID user = g_userDefaultLcid.load(std::memory_order_relaxed);
     return IsDefaultAlias(user) ? kEnglishUnitedStates : user;
-}
-
-// The ICU locale an LCID names. ICU falls back on the language alone for an LCID it
-// does not know (0x3039 gives Hindi), which Windows would refuse, so only an LCID
-// that ICU maps back to itself counts as known.
-bool LocaleForLcid(LCID lcid, std::string& locale) {
-    if (lcid == LOCALE_INVARIANT) {
-        locale.clear();  // the root collation, not ICU's en_US_POSIX
-        return true;
-    }
-    char name[ULOC_FULLNAME_CAPACITY];
-    UErrorCode err = U_ZERO_ERROR;
-    const int32_t length = uloc_getLocaleForLCID(lcid, name, sizeof name, &err);
-    if (U_FAILURE(err) || err == U_STRING_NOT_TERMINATED_WARNING || length <= 0 || uloc_getLCID(name) != lcid)
-        return false;
-    locale.assign(name, static_cast<std::size_t>(length));
-    return true;
 }
 
 // ---- collators -----------------------------------------------------------------------
@@ -96,32 +80,38 @@ CollatorPtr OpenCollator(const std::string& locale, DWORD flags) {
 // process: comparisons run inside sorts and must not open one each. ICU collators
 // may be shared between threads for comparing; the lock guards only the map, and a
 // thread remembers its last collator so that a sort takes no lock at all.
-struct CollatorSlot {
-    uint64_t key = UINT64_MAX;
-    UCollator* collator = nullptr;
+struct CachedSort {
+    CollatorPtr collator;
+    std::unique_ptr<gvplatform::detail::CollationWeights> weights;
 };
 
-UCollator* CachedCollator(LCID lcid, DWORD flags, CollatorSlot& last) {
+struct CollatorSlot {
+    uint64_t key = UINT64_MAX;
+    const CachedSort* sort = nullptr;
+};
+
+const CachedSort* CachedCollator(LCID lcid, DWORD flags, CollatorSlot& last) {
     const uint64_t key = (static_cast<uint64_t>(lcid) << 32) | (flags & kCollatorFlags);
     if (key == last.key)
-        return last.collator;
+        return last.sort;
 
     static std::mutex mutex;
-    static std::map<uint64_t, CollatorPtr> cache;
+    static std::map<uint64_t, CachedSort> cache;
     std::lock_guard<std::mutex> lock(mutex);
     auto it = cache.find(key);
     if (it == cache.end()) {
         std::string locale;
-        if (!LocaleForLcid(lcid, locale))
+        if (!gvplatform::detail::CollationLocaleForLcid(lcid, locale))
             return nullptr;  // not cached: unknown locales cannot fill the map
         CollatorPtr c = OpenCollator(locale, flags);
         if (!c)
             return nullptr;
-        it = cache.emplace(key, std::move(c)).first;
+        auto weights = gvplatform::detail::CollationWeights::Build(c.get());
+        it = cache.emplace(key, CachedSort{std::move(c), std::move(weights)}).first;
     }
     last.key = key;
-    last.collator = it->second.get();
-    return last.collator;
+    last.sort = &it->second;
+    return last.sort;
 }
 
 // ---- word sort -------------------------------------------------------------------------
@@ -196,6 +186,20 @@ int32_t CountOf(const char* text, int count) {
     return length > static_cast<std::size_t>(INT32_MAX) ? -1 : static_cast<int32_t>(length);
 }
 
+// The length of the common prefix that can be left out: it ends just after a
+// byte that collates the same whatever follows it.
+int32_t SkippablePrefix(const unsigned char* a, const unsigned char* b, int32_t n,
+                        const gvplatform::detail::CollationWeights& weights) {
+    if (!weights.CanSkipPrefix())
+        return 0;
+    int32_t i = 0;
+    while (i < n && a[i] == b[i])
+        ++i;
+    while (i > 0 && !weights.IsSafeEnd(a[i - 1]))
+        --i;
+    return i;
+}
+
 int Fail(DWORD error) {
     SetLastError(error);
     return 0;
@@ -231,22 +235,29 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
         std::vector<char16_t> units1, units2;
         std::vector<SpecialMark> marks1, marks2;
     } scratch;
-    UCollator* collator = CachedCollator(ResolveLcid(Locale), dwCmpFlags, scratch.last);
-    if (!collator)
+    const CachedSort* sort = CachedCollator(ResolveLcid(Locale), dwCmpFlags, scratch.last);
+    if (!sort)
         return Fail(ERROR_INVALID_PARAMETER);
-    auto& units1 = scratch.units1;
-    auto& units2 = scratch.units2;
-    auto& marks1 = scratch.marks1;
-    auto& marks2 = scratch.marks2;
+    const auto* bytes1 = reinterpret_cast<const unsigned char*>(lpString1);
+    const auto* bytes2 = reinterpret_cast<const unsigned char*>(lpString2);
+    const int32_t skip = SkippablePrefix(bytes1, bytes2, count1 < count2 ? count1 : count2, *sort->weights);
+    const int fast = sort->weights->Compare(bytes1 + skip, count1 - skip, bytes2 + skip, count2 - skip);
+    if (fast != 0)
+        return fast;
 
     // Ignoring symbols drops hyphen and apostrophe with the rest; the string sort
     // keeps them as ordinary symbols. Only the word sort sets them apart.
     const bool wordSort = (dwCmpFlags & (SORT_STRINGSORT | NORM_IGNORESYMBOLS)) == 0;
-    const int32_t n1 = Decode(lpString1, count1, units1, wordSort ? &marks1 : nullptr);
-    const int32_t n2 = Decode(lpString2, count2, units2, wordSort ? &marks2 : nullptr);
-    const UCollationResult main = ucol_strcoll(collator, reinterpret_cast<const UChar*>(units1.data()), n1,
-                                               reinterpret_cast<const UChar*>(units2.data()), n2);
+    auto& units1 = scratch.units1;
+    auto& units2 = scratch.units2;
+    auto& marks1 = scratch.marks1;
+    auto& marks2 = scratch.marks2;
+    const int32_t n1 = Decode(lpString1 + skip, count1 - skip, units1, wordSort ? &marks1 : nullptr);
+    const int32_t n2 = Decode(lpString2 + skip, count2 - skip, units2, wordSort ? &marks2 : nullptr);
+    const UCollationResult main = ucol_strcoll(sort->collator.get(), reinterpret_cast<const UChar*>(units1.data()),
+                                               n1, reinterpret_cast<const UChar*>(units2.data()), n2);
     if (main != UCOL_EQUAL || !wordSort)
         return ToCstr(main);
+    // Marks in the skipped prefix stand at the same places on both sides.
     return CompareMarks(marks1, marks2);
 }

@@ -5,6 +5,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/afxobject.cpp
   ${CMAKE_CURRENT_LIST_DIR}/afxstr.cpp
   ${CMAKE_CURRENT_LIST_DIR}/codepage.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/collation_weights.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_format.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_number.cpp
@@ -13,6 +14,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/crt_time.cpp
   ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
   ${CMAKE_CURRENT_LIST_DIR}/file_status.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/lcid_collation.cpp
   ${CMAKE_CURRENT_LIST_DIR}/loading_policy.cpp
   ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olecurrency.cpp
