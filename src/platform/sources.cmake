@@ -14,6 +14,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/crt_time.cpp
   ${CMAKE_CURRENT_LIST_DIR}/dbvariant.cpp
   ${CMAKE_CURRENT_LIST_DIR}/file_status.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/folded_names.cpp
   ${CMAKE_CURRENT_LIST_DIR}/lcid_collation.cpp
   ${CMAKE_CURRENT_LIST_DIR}/loading_policy.cpp
   ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp

@@ -2,7 +2,6 @@
 // translation of paths between the two worlds.
 #include "platform/volume_map.h"
 
-#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +14,7 @@
 
 #include "gvlib/platform/winnls.h"
 #include "platform/crt_text.h"
+#include "platform/folded_names.h"
 
 namespace gvplatform::detail {
 namespace {
@@ -218,38 +218,15 @@ std::string HostNameToAnsi(std::string const& host) {
 
 namespace {
 
-// Whether a host (UTF-8) name spells `ansiName` without regard to case. A name
-// of plain ASCII has the same bytes in both encodings and skips the conversion:
-// a miss reads the whole directory, thousands of entries when numbered names
-// pile up.
-bool SameNameNoCase(char const* hostName, std::string const& ansiName) {
-    size_t length = 0;
-    bool ascii = true;
-    for (; hostName[length] != '\0'; ++length)
-        ascii = ascii && static_cast<unsigned char>(hostName[length]) < 0x80;
-    if (ascii)
-        return length == ansiName.size() && ByteCompareNoCase(hostName, ansiName.c_str()) == 0;
-    return ByteCompareNoCase(HostNameToAnsi(hostName).c_str(), ansiName.c_str()) == 0;
-}
-
 // The entry of `directory` whose name matches `ansiName` without regard to case;
-// the first in byte order when several do.
+// the first in byte order when several do. The directory's folded index answers,
+// so a miss costs no scan of a directory that has not changed.
 bool FindEntryNoCase(std::string const& directory, std::string const& ansiName, std::string& found) {
-    DIR* dir = opendir(directory.c_str());
-    if (dir == nullptr)
-        return false;
-    bool any = false;
-    while (dirent* entry = readdir(dir)) {
-        char const* name = entry->d_name;
-        if (std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0)
-            continue;
-        if (SameNameNoCase(name, ansiName) && (!any || found.compare(name) > 0)) {
-            found = name;
-            any = true;
-        }
-    }
-    closedir(dir);
-    return any;
+    std::shared_ptr<FoldedNames const> names = ListFoldedNames(directory);
+    std::string const* name = names ? names->Find(ansiName) : nullptr;
+    if (name != nullptr)
+        found = *name;
+    return name != nullptr;
 }
 
 std::string ChildPath(std::string const& parent, std::string const& name) {
