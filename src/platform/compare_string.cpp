@@ -22,6 +22,7 @@ namespace {
 
 constexpr LCID kEnglishUnitedStates = 1033;
 std::atomic<uint32_t> g_userDefaultLcid{kEnglishUnitedStates};
+std::atomic<bool> g_shortcuts{true};
 
 // Kana type and width cannot differ in Windows-1252 text: those flags change nothing.
 constexpr DWORD kSupportedFlags = NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS |
@@ -213,6 +214,8 @@ namespace gvplatform {
 
 void SetUserDefaultLCID(uint32_t lcid) { g_userDefaultLcid.store(lcid, std::memory_order_relaxed); }
 
+void SetCollationShortcuts(bool enabled) { g_shortcuts.store(enabled, std::memory_order_relaxed); }
+
 }  // namespace gvplatform
 
 LCID GetUserDefaultLCID() { return ResolveLcid(LOCALE_USER_DEFAULT); }
@@ -240,8 +243,10 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
         return Fail(ERROR_INVALID_PARAMETER);
     const auto* bytes1 = reinterpret_cast<const unsigned char*>(lpString1);
     const auto* bytes2 = reinterpret_cast<const unsigned char*>(lpString2);
-    const int32_t skip = SkippablePrefix(bytes1, bytes2, count1 < count2 ? count1 : count2, *sort->weights);
-    const int fast = sort->weights->Compare(bytes1 + skip, count1 - skip, bytes2 + skip, count2 - skip);
+    const bool shortcuts = g_shortcuts.load(std::memory_order_relaxed);
+    const int32_t skip =
+        shortcuts ? SkippablePrefix(bytes1, bytes2, count1 < count2 ? count1 : count2, *sort->weights) : 0;
+    const int fast = shortcuts ? sort->weights->Compare(bytes1 + skip, count1 - skip, bytes2 + skip, count2 - skip) : 0;
     if (fast != 0)
         return fast;
 

@@ -17,6 +17,11 @@ GVLIB_API void ClearStringResources();
 /// The user's default locale (LOCALE_USER_DEFAULT, 0x400): 1033 until set.
 GVLIB_API void SetUserDefaultLCID(uint32_t lcid);
 
+/// Whether CompareStringA may skip common prefixes and compare plain text
+/// through its weight tables (on until set). The answers are the same either
+/// way; switching it off lets a test hold the shortcut against the full path.
+GVLIB_API void SetCollationShortcuts(bool enabled);
+
 /// The memory an input may make the library allocate, in bytes (2 GiB until
 /// set, as in the 32-bit address space the saved data came from). A size read
 /// from input (a length, a count, items times their size) that exceeds it
