@@ -1,8 +1,9 @@
-// CompareStringA: the Windows word sort over ICU collation, locales, flags,
-// counted lengths and failures.
+// CompareStringA: the Windows word sort over ICU collation, the locales' own
+// orders, flags, counted lengths, failures, and the shortcuts against the full path.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -11,92 +12,77 @@
 
 namespace {
 
-int Compare(LCID lcid, const char* a, const char* b, DWORD flags = 0) {
-    return CompareStringA(lcid, flags, a, -1, b, -1);
+int Compare(LCID lcid, const std::string& a, const std::string& b, DWORD flags = 0) {
+    return CompareStringA(lcid, flags, a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()));
 }
 
 int Mirror(int result) { return 4 - result; }
 
-struct OrderRow {
+struct Row {
+    LCID lcid;
+    DWORD flags;
     const char* a;
     const char* b;
     int expected;
 };
 
-// The word sort of 1033, one rule per group of rows.
-const OrderRow kWordSort[] = {
-    // letters first without regard to case, lower case winning a tie
-    {"a", "A", CSTR_LESS_THAN},
-    {"A", "b", CSTR_LESS_THAN},
-    {"a", "B", CSTR_LESS_THAN},
-    {"ab", "Ab", CSTR_LESS_THAN},
-    {"Ab", "ab", CSTR_GREATER_THAN},
-    {"abc", "ABD", CSTR_LESS_THAN},
-    {"abc", "abc", CSTR_EQUAL},
-    {"", "", CSTR_EQUAL},
-    {"", "a", CSTR_LESS_THAN},
-    // punctuation and symbols before digits, digits before letters, by character
-    {"!", "1", CSTR_LESS_THAN},
-    {"$", "0", CSTR_LESS_THAN},
-    {"+", "9", CSTR_LESS_THAN},
-    {"9", "a", CSTR_LESS_THAN},
-    {"10", "9", CSTR_LESS_THAN},
-    {"a b", "ab", CSTR_LESS_THAN},
+void CheckBothWays(const Row& row) {
+    SCOPED_TRACE(std::to_string(row.lcid) + "/" + std::to_string(row.flags) + ": " + row.a + " | " + row.b);
+    EXPECT_EQ(Compare(row.lcid, row.a, row.b, row.flags), row.expected);
+    EXPECT_EQ(Compare(row.lcid, row.b, row.a, row.flags), Mirror(row.expected));
+}
+
+constexpr int LT = CSTR_LESS_THAN, EQ = CSTR_EQUAL, GT = CSTR_GREATER_THAN;
+
+const Row kOrders[] = {
+    // the word sort of 1033: letters without regard to case first, lower case winning a tie
+    {1033, 0, "a", "A", LT}, {1033, 0, "a", "B", LT}, {1033, 0, "Ab", "ab", GT}, {1033, 0, "abc", "ABD", LT},
+    {1033, 0, "", "", EQ}, {1033, 0, "", "a", LT}, {1033, 0, "abc", "abc", EQ},
+    // punctuation, then digits by character, then letters; a space sorts before letters
+    {1033, 0, "!", "1", LT}, {1033, 0, "$", "0", LT}, {1033, 0, "9", "a", LT}, {1033, 0, "10", "9", LT},
+    {1033, 0, "a b", "ab", LT},
     // hyphen and apostrophe only break a tie, the string holding them after
-    {"coop", "co-op", CSTR_LESS_THAN},
-    {"co-op", "cop", CSTR_LESS_THAN},
-    {"cars", "car's", CSTR_LESS_THAN},
-    {"a", "a-", CSTR_LESS_THAN},
-    {"'o", "-o", CSTR_LESS_THAN},
-    {"co'op", "co-op", CSTR_LESS_THAN},
-    {"a-b", "ab-", CSTR_LESS_THAN},
-    {"-", "", CSTR_GREATER_THAN},
-    {"-", "-", CSTR_EQUAL},
-    // accents: after case-blind letters, before case
-    {"e", "\xE9", CSTR_LESS_THAN},
-    {"\xE9", "f", CSTR_LESS_THAN},
-    {"\xE4", "b", CSTR_LESS_THAN},
-    {"\xE5", "a", CSTR_GREATER_THAN},
+    {1033, 0, "coop", "co-op", LT}, {1033, 0, "co-op", "cop", LT}, {1033, 0, "cars", "car's", LT},
+    {1033, 0, "a", "a-", LT}, {1033, 0, "'o", "-o", LT}, {1033, 0, "co'op", "co-op", LT},
+    {1033, 0, "a-b", "ab-", LT}, {1033, 0, "-", "", GT}, {1033, 0, "xa-b", "xab-", LT},
+    // accents after case-blind letters, before case
+    {1033, 0, "e", "\xE9", LT}, {1033, 0, "\xE9", "f", LT}, {1033, 0, "\xE4", "b", LT}, {1033, 0, "\xE5", "a", GT},
+    {1033, 0, "ab\xE9", "abe", GT}, {1033, 0, "abe", "abF", LT},
+    // the locales' own letters and the alternative sorts of their sort ids
+    {1053, 0, "\xE4", "z", GT}, {1053, 0, "\xE5", "\xE4", LT}, {1053, 0, "\xF6", "z", GT},
+    {1053, 0, "vb", "wa", GT}, {1053, 0, "wb", "va", GT}, {1053, 0, "va", "wa", LT},
+    {1035, 0, "vb", "wa", GT}, {2077, 0, "vb", "wa", GT}, {1033, 0, "vb", "wa", LT},
+    {1034, 0, "cz", "ch", LT}, {1034, 0, "luz", "llama", LT}, {3082, 0, "cz", "ch", GT},
+    {3082, 0, "luz", "llama", GT}, {1031, 0, "\xE4", "ad", LT}, {0x10407, 0, "\xE4", "ad", GT},
+    {0x10407, 0, "\xE4", "af", LT}, {1038, 0, "cz", "csa", LT}, {0x1040E, 0, "cz", "csa", GT},
+    {1030, 0, "aa", "z", GT}, {1033, 0, "aa", "z", LT},
+    {LOCALE_INVARIANT, 0, "a", "B", LT}, {LOCALE_SYSTEM_DEFAULT, 0, "coop", "co-op", LT}, {0, 0, "\xE4", "z", LT},
+    // flags
+    {1033, NORM_IGNORECASE, "a", "A", EQ}, {1033, NORM_IGNORECASE, "e", "\xC9", LT},
+    {1033, NORM_IGNORENONSPACE, "e", "\xE9", EQ}, {1033, NORM_IGNORENONSPACE, "a", "A", LT},
+    {1033, NORM_IGNORENONSPACE | NORM_IGNORECASE, "E", "\xE9", EQ}, {1033, NORM_IGNORESYMBOLS, "a-b c$", "abc", EQ},
+    {1033, NORM_IGNORESYMBOLS, "co-op", "coop", EQ}, {1033, NORM_IGNORESYMBOLS, "a", "A", LT},
+    {1033, SORT_STRINGSORT, "co-op", "coop", LT}, {1033, SORT_STRINGSORT, "car's", "cars", LT},
+    {1033, NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE, "a", "A", LT},
+    // the common prefix must not split a contraction or hide a mark
+    {1034, 0, "ach", "acz", GT}, {1034, 0, "ac-h", "acz", GT}, {1038, 0, "ddzs", "ddz", GT},
+    {1030, 0, "baa", "bz", GT},
 };
 
 }  // namespace
 
-TEST(CompareString, WordSortOf1033) {
-    for (const OrderRow& row : kWordSort) {
-        SCOPED_TRACE(std::string(row.a) + " | " + row.b);
-        EXPECT_EQ(Compare(1033, row.a, row.b), row.expected);
-        EXPECT_EQ(Compare(1033, row.b, row.a), Mirror(row.expected));
-    }
+TEST(CompareString, Orders) {
+    for (const Row& row : kOrders)
+        CheckBothWays(row);
 }
 
 TEST(CompareString, SortingFollowsTheWordSort) {
     std::vector<std::string> words = {"b", "B", "co-op", "A", "coop", "10", "9", "!", "a", "car's", "cars", "-o", "'o"};
-    std::sort(words.begin(), words.end(), [](const std::string& x, const std::string& y) {
-        return Compare(1033, x.c_str(), y.c_str()) == CSTR_LESS_THAN;
-    });
-    const std::vector<std::string> expected = {"!", "10", "9",     "a",    "A",     "b",  "B",
+    std::sort(words.begin(), words.end(),
+              [](const std::string& x, const std::string& y) { return Compare(1033, x, y) == CSTR_LESS_THAN; });
+    const std::vector<std::string> expected = {"!",    "10",    "9",    "a",     "A",  "b", "B",
                                                "cars", "car's", "coop", "co-op", "'o", "-o"};
     EXPECT_EQ(words, expected);
-}
-
-TEST(CompareString, LocalesDecideTheirOwnLetters) {
-    struct Row {
-        LCID lcid;
-        const char* a;
-        const char* b;
-        int expected;
-    };
-    const Row rows[] = {
-        {1053, "\xE4", "z", CSTR_GREATER_THAN}, {1053, "\xE5", "z", CSTR_GREATER_THAN},
-        {1053, "\xF6", "z", CSTR_GREATER_THAN}, {1053, "\xE5", "\xE4", CSTR_LESS_THAN},
-        {1033, "\xE4", "z", CSTR_LESS_THAN},    {1033, "\xE4", "b", CSTR_LESS_THAN},
-        {LOCALE_INVARIANT, "a", "B", CSTR_LESS_THAN}, {LOCALE_USER_DEFAULT, "a", "B", CSTR_LESS_THAN},
-        {LOCALE_SYSTEM_DEFAULT, "coop", "co-op", CSTR_LESS_THAN}, {0, "\xE4", "z", CSTR_LESS_THAN},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::to_string(row.lcid) + ": " + row.a + " | " + row.b);
-        EXPECT_EQ(Compare(row.lcid, row.a, row.b), row.expected);
-    }
 }
 
 TEST(CompareString, UserDefaultLocaleIsSettable) {
@@ -104,44 +90,13 @@ TEST(CompareString, UserDefaultLocaleIsSettable) {
     gvplatform::SetUserDefaultLCID(1053);
     EXPECT_EQ(GetUserDefaultLCID(), 1053u);
     EXPECT_EQ(Compare(LOCALE_USER_DEFAULT, "\xE4", "z"), CSTR_GREATER_THAN);
-    EXPECT_EQ(Compare(0, "\xE4", "z"), CSTR_GREATER_THAN);
     EXPECT_EQ(Compare(1033, "\xE4", "z"), CSTR_LESS_THAN);
     gvplatform::SetUserDefaultLCID(1033);
     EXPECT_EQ(Compare(LOCALE_USER_DEFAULT, "\xE4", "z"), CSTR_LESS_THAN);
 }
 
-TEST(CompareString, Flags) {
-    struct Row {
-        DWORD flags;
-        const char* a;
-        const char* b;
-        int expected;
-    };
-    const Row rows[] = {
-        {NORM_IGNORECASE, "a", "A", CSTR_EQUAL},
-        {NORM_IGNORECASE, "a", "B", CSTR_LESS_THAN},
-        {NORM_IGNORECASE, "e", "\xC9", CSTR_LESS_THAN},
-        {NORM_IGNORENONSPACE, "e", "\xE9", CSTR_EQUAL},
-        {NORM_IGNORENONSPACE, "a", "A", CSTR_LESS_THAN},
-        {NORM_IGNORENONSPACE | NORM_IGNORECASE, "E", "\xE9", CSTR_EQUAL},
-        {NORM_IGNORESYMBOLS, "a-b c$", "abc", CSTR_EQUAL},
-        {NORM_IGNORESYMBOLS, "co-op", "coop", CSTR_EQUAL},
-        {NORM_IGNORESYMBOLS, "a", "A", CSTR_LESS_THAN},
-        {SORT_STRINGSORT, "co-op", "coop", CSTR_LESS_THAN},
-        {SORT_STRINGSORT, "car's", "cars", CSTR_LESS_THAN},
-        {SORT_STRINGSORT, "a", "B", CSTR_LESS_THAN},
-        {NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE, "a", "A", CSTR_LESS_THAN},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::to_string(row.flags) + ": " + row.a + " | " + row.b);
-        EXPECT_EQ(Compare(1033, row.a, row.b, row.flags), row.expected);
-        EXPECT_EQ(Compare(1033, row.b, row.a, row.flags), Mirror(row.expected));
-    }
-}
-
 TEST(CompareString, CountsBoundTheText) {
     EXPECT_EQ(CompareStringA(1033, 0, "abcX", 3, "abc", -1), CSTR_EQUAL);
-    EXPECT_EQ(CompareStringA(1033, 0, "ab", 1, "a", 1), CSTR_EQUAL);
     EXPECT_EQ(CompareStringA(1033, 0, "zzz", 0, "", -1), CSTR_EQUAL);
     EXPECT_EQ(CompareStringA(1033, 0, "abc", 2, "abc", 3), CSTR_LESS_THAN);
     EXPECT_EQ(CompareStringA(1033, 0, "abc", -5, "abc", -1), CSTR_EQUAL);  // any negative: NUL-terminated
@@ -151,46 +106,57 @@ TEST(CompareString, CountsBoundTheText) {
 }
 
 TEST(CompareString, FailuresAnswerZeroWithTheirError) {
-    struct Row {
-        const char* what;
+    struct Failure {
         LCID lcid;
         DWORD flags;
         const char* a;
         DWORD error;
     };
-    const Row rows[] = {
-        {"unknown LCID", 0x9999, 0, "a", ERROR_INVALID_PARAMETER},
-        {"LCID known only by its language", 12345, 0, "a", ERROR_INVALID_PARAMETER},
-        {"unknown flag", 1033, 0x80000000u, "a", ERROR_INVALID_FLAGS},
-        {"digits as numbers are not supported", 1033, 0x8, "a", ERROR_INVALID_FLAGS},
-        {"null text", 1033, 0, nullptr, ERROR_INVALID_PARAMETER},
+    const Failure rows[] = {
+        {0x9999, 0, "a", ERROR_INVALID_PARAMETER},          // unknown
+        {12345, 0, "a", ERROR_INVALID_PARAMETER},           // known only by its language
+        {1033, 0x80000000u, "a", ERROR_INVALID_FLAGS},      // unknown flag
+        {1033, 0x8, "a", ERROR_INVALID_FLAGS},              // digits as numbers
+        {1033, 0, nullptr, ERROR_INVALID_PARAMETER},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
+    for (const Failure& row : rows) {
+        SCOPED_TRACE(row.lcid);
         SetLastError(0);
         EXPECT_EQ(CompareStringA(row.lcid, row.flags, row.a, -1, "b", -1), 0);
         EXPECT_EQ(GetLastError(), row.error);
     }
 }
 
-TEST(CompareString, AwkwardInputsCompareConsistentlyUnderEveryFlag) {
-    const std::string awkward[] = {"", "-", "'", "--'", "a-", "-a", "a'-b", std::string("a\0-", 3),
-                                   "\x81\x8D", "\xFF", " ", "10", "A", "\xE4", "co-op"};
+// The prefix skip and the weight tables must answer what the full path answers,
+// for every locale with an order of its own and every flag that shapes the
+// collator: random texts over the awkward bytes, mostly sharing a prefix.
+TEST(CompareString, ShortcutsAnswerAsTheFullPath) {
+    const std::string alphabet = std::string("aAbBcChHlLvVwWzZdDsSeE09 -'!.\xE4\xC4\xE5\xE9\xF6\xFC\xDF\x8A\x9F\xFF\xA0", 47) +
+                                 std::string("\0\x81", 2);
+    const LCID locales[] = {1033, 1053, 1035, 1034, 3082, 1031, 0x10407, 1038, 0x1040E, 1030, 1036, 3084, 1055,
+                            LOCALE_INVARIANT};
     const DWORD flagSets[] = {0, NORM_IGNORECASE, NORM_IGNORENONSPACE, NORM_IGNORESYMBOLS, SORT_STRINGSORT,
-                              NORM_IGNORECASE | NORM_IGNORENONSPACE | NORM_IGNORESYMBOLS | SORT_STRINGSORT};
-    for (DWORD flags : flagSets) {
-        for (const std::string& a : awkward) {
-            for (const std::string& b : awkward) {
-                SCOPED_TRACE(std::to_string(flags) + ": " + a + " | " + b);
-                const int ab = CompareStringA(1053, flags, a.data(), static_cast<int>(a.size()), b.data(),
-                                              static_cast<int>(b.size()));
-                const int ba = CompareStringA(1053, flags, b.data(), static_cast<int>(b.size()), a.data(),
-                                              static_cast<int>(a.size()));
-                ASSERT_NE(ab, 0);
-                EXPECT_EQ(ab, Mirror(ba));
-                if (a == b) {
-                    EXPECT_EQ(ab, CSTR_EQUAL);
-                }
+                              NORM_IGNORECASE | NORM_IGNORENONSPACE};
+    std::mt19937 random(7);
+    auto text = [&](std::size_t length) {
+        std::string s;
+        for (std::size_t i = 0; i < length; ++i)
+            s += alphabet[random() % alphabet.size()];
+        return s;
+    };
+    for (LCID lcid : locales) {
+        for (DWORD flags : flagSets) {
+            for (int round = 0; round < 300; ++round) {
+                const std::string prefix = text(random() % 4);
+                const std::string a = prefix + text(random() % 5), b = prefix + text(random() % 5);
+                gvplatform::SetCollationShortcuts(true);
+                const int fast = Compare(lcid, a, b, flags);
+                gvplatform::SetCollationShortcuts(false);
+                const int full = Compare(lcid, a, b, flags);
+                gvplatform::SetCollationShortcuts(true);
+                ASSERT_EQ(fast, full) << lcid << "/" << flags << ": " << a << " | " << b;
+                ASSERT_EQ(Compare(lcid, b, a, flags), Mirror(full));
+                ASSERT_TRUE(a != b || full == CSTR_EQUAL);
             }
         }
     }
