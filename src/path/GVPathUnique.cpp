@@ -3,11 +3,15 @@
 // short-name volumes glue the number to a base cut to fit 8.3.
 #include "gvlib/path/GVPath.h"
 
+#include <cstring>
+#include <memory>
 #include <string>
 
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/platform/afxstr.h"
 #include "gvlib/platform/volumes.h"
+#include "platform/folded_names.h"
+#include "platform/volume_map.h"
 
 namespace {
 
@@ -68,6 +72,64 @@ CGVPath Join(CGVString const& directory, CGVString const& name) {
     path.AppendPath(name, '\0', 0);
     return path;
 }
+
+// Whether the file system holds a candidate name. The first few candidates are
+// asked one status query each, as most calls need no more; after that the
+// folder is listed once into a case-folded set and each later candidate is one
+// look-up in it, which keeps a call linear in the names already taken.
+class FolderNames {
+public:
+    bool IsTaken(CGVPath const& candidate, CGVPath const& name) {
+        if (++asked_ > kAskedOneByOne && !listed_)
+            List(candidate, name);
+        if (names_ != nullptr && InFolder(candidate, name))
+            return names_->Contains(name.GetString());
+        return candidate.IsAvailable() != 0;
+    }
+
+private:
+    static constexpr int kAskedOneByOne = 4;
+
+    // A name the status query would read as written: one component, no
+    // wildcard, nothing the kernel trims from its end.
+    static bool IsPlain(CGVPath const& name) {
+        const char* text = name.GetString();
+        const std::size_t length = std::strlen(text);
+        return length > 0 && static_cast<int>(length) == name.GetLength() &&
+               std::strpbrk(text, "\\/:*?\"<>|") == nullptr && text[length - 1] != '.' && text[length - 1] != ' ';
+    }
+
+    // The candidate is the listed folder's text followed by the name, and its
+    // full path fits the status record (a longer one is never found).
+    bool InFolder(CGVPath const& candidate, CGVPath const& name) const {
+        const int prefix = candidate.GetLength() - name.GetLength();
+        return IsPlain(name) && prefix == static_cast<int>(prefix_.size()) &&
+               std::strcmp(candidate.GetString() + prefix, name.GetString()) == 0 &&
+               prefix_.compare(0, prefix_.size(), candidate.GetString(), prefix_.size()) == 0 &&
+               fullLength_ + name.GetLength() < _MAX_PATH;
+    }
+
+    // Lists the folder the kernel would search for this candidate.
+    void List(CGVPath const& candidate, CGVPath const& name) {
+        listed_ = true;
+        gvplatform::detail::WindowsPath full;
+        if (!IsPlain(name) || candidate.GetLength() < name.GetLength() ||
+            !gvplatform::detail::FullWindowsPath(candidate.GetString(), full) || full.components.empty() ||
+            full.components.back() != name.GetString())
+            return;
+        fullLength_ = static_cast<int>(full.Text().size()) - name.GetLength();
+        full.components.pop_back();
+        full.trailingDelimiter = false;
+        prefix_.assign(candidate.GetString(), static_cast<std::size_t>(candidate.GetLength() - name.GetLength()));
+        names_ = gvplatform::detail::ListDirectoryNames(full);
+    }
+
+    int asked_ = 0;
+    bool listed_ = false;
+    std::string prefix_;
+    int fullLength_ = 0;
+    std::shared_ptr<gvplatform::detail::FoldedNames const> names_;
+};
 
 }  // namespace
 
@@ -152,10 +214,18 @@ int CGVPath::PrivateMakeUniqueLongName(char const* directory, int firstPatternId
     CGVPath folder(directory);
     if (IsEmpty() || folder.IsEmpty() || folder.IsFile())
         return 0;
+    // The order of the checks is PrivateIsUniquePath's; the folder's names
+    // answer for the file system.
+    FolderNames onDisk;
+    auto isFree = [&](CGVPath const& path, CGVPath const& leaf) {
+        if (PrivateIsArrayElement(taken, leaf, 0))
+            return false;
+        return !onDisk.IsTaken(path, leaf) || PrivateIsArrayElement(reusable, leaf, 0);
+    };
     // The name as it stands, not made legal, not even as a URL.
     CGVPath name = GetName();
     CGVPath candidate = Join(folder, name);
-    if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+    if (isFree(candidate, name)) {
         *this = candidate;
         return 1;
     }
@@ -167,7 +237,7 @@ int CGVPath::PrivateMakeUniqueLongName(char const* directory, int firstPatternId
     if (firstPatternId != 0 && pattern.LoadString(static_cast<UINT>(firstPatternId)) && !pattern.IsEmpty()) {
         name = Finish(FillPattern(CGVString(pattern.GetString()), base, nullptr), extension, legalURL);
         candidate = Join(folder, name);
-        if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+        if (isFree(candidate, name)) {
             *this = candidate;
             return 1;
         }
@@ -184,7 +254,7 @@ int CGVPath::PrivateMakeUniqueLongName(char const* directory, int firstPatternId
         // A pattern without "%d" gives one candidate over and over: give up at once.
         if (candidate.Compare(previous) == 0)
             return 0;
-        if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+        if (isFree(candidate, name)) {
             *this = candidate;
             return 1;
         }
@@ -198,11 +268,17 @@ int CGVPath::PrivateMakeUniqueShortName(char const* directory, CGVStringArray co
     CGVPath folder(directory);
     if (IsEmpty() || folder.IsEmpty() || folder.IsFile())
         return 0;
+    FolderNames onDisk;
+    auto isFree = [&](CGVPath const& path, CGVPath const& leaf) {
+        if (PrivateIsArrayElement(taken, leaf, 0))
+            return false;
+        return !onDisk.IsTaken(path, leaf) || PrivateIsArrayElement(reusable, leaf, 0);
+    };
     CGVPath name = GetName();
     name.MakeLegalName(folder);
     name = Finish(name, CGVString(), legalURL);
     CGVPath candidate = Join(folder, name);
-    if (PrivateIsUniquePath(candidate, name, taken, reusable)) {
+    if (isFree(candidate, name)) {
         *this = candidate;
         return 1;
     }
@@ -225,7 +301,7 @@ int CGVPath::PrivateMakeUniqueShortName(char const* directory, CGVStringArray co
         // volume of 13 to 129 characters): every later try would be this one.
         if (candidate.Compare(previous) == 0)
             break;
-        if (PrivateIsUniquePath(candidate, CGVPath(candidate).GetName(), taken, reusable)) {
+        if (isFree(candidate, CGVPath(candidate).GetName())) {
             *this = candidate;
             return 1;
         }

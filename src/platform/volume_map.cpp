@@ -277,6 +277,14 @@ bool ResolveHostPath(WindowsPath const& path, std::string& host, std::vector<std
     return true;
 }
 
+std::shared_ptr<FoldedNames const> ListDirectoryNames(WindowsPath const& directory) {
+    std::string host;
+    bool exists = false;
+    if (!ResolveHostPath(directory, host, nullptr, &exists) || !exists)
+        return nullptr;
+    return ListFoldedNames(host);
+}
+
 void NoteDriveDirectory(WindowsPath const& path) {
     if (!IsDriveRoot(path.root))
         return;

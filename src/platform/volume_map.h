@@ -2,6 +2,7 @@
 // Windows path rules the kernel applies before it looks at any disk.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,13 @@ bool FindVolume(std::string const& root, MappedVolume& out);
 /// components as spelled on disk (as far as they exist); `exists` whether the
 /// whole path exists. False when the root is not mapped.
 bool ResolveHostPath(WindowsPath const& path, std::string& host, std::vector<std::string>* onDisk, bool* exists);
+
+class FoldedNames;
+
+/// The names in a Windows directory, folded for case-blind lookup and listed
+/// only when the directory has changed; null when the path is not an existing
+/// directory on a mapped volume.
+std::shared_ptr<FoldedNames const> ListDirectoryNames(WindowsPath const& directory);
 
 /// Windows-1252 text to the host's UTF-8 file names and back ('?' for what the
 /// code page lacks).
