@@ -1,6 +1,7 @@
 // Path members that touch the disk or walk text, against the standard peer on
-// the same work: numbering a name past N existing ones, relative paths, and the
-// legality test once the volume answer is cached.
+// the same work: numbering a name past N existing ones (and against the least
+// that work needs, one look-up per candidate in the directory's names),
+// relative paths, and the legality test once the volume answer is cached.
 #include <benchmark/benchmark.h>
 
 #include <stdlib.h>
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <unordered_set>
 
 #include "gvlib/path/GVPath.h"
 #include "gvlib/platform/volumes.h"
@@ -16,18 +18,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A temporary directory holding report.txt and report (2).txt to report (N).txt,
-// mapped as the fixed long-name drive B:. Removed when the process ends.
+// A temporary directory holding report.txt and report (2).txt to report (N).txt
+// (or another base, in UTF-8), mapped as the fixed long-name drive B:. Removed
+// when the process ends.
 class NumberedDirectory {
 public:
-    explicit NumberedDirectory(int count) {
+    explicit NumberedDirectory(int count, std::string const& base = "report") {
         std::string root = (fs::temp_directory_path() / "gvlib_bench_XXXXXX").string();
         if (mkdtemp(&root[0]) == nullptr)
             std::abort();
         root_ = root;
-        Touch("report.txt");
+        Touch(base + ".txt");
         for (int n = 2; n <= count; ++n)
-            Touch("report (" + std::to_string(n) + ").txt");
+            Touch(base + " (" + std::to_string(n) + ").txt");
         gvplatform::VolumeOptions options;
         options.maxComponentLength = 255;
         gvplatform::MapDrive('B', root_.string(), options);
@@ -52,12 +55,13 @@ void MakeUnique_gvlib(benchmark::State& state) {
     }
 }
 
-// The names on disk in lower case, asked for in upper case: every candidate is
-// found by reading the directory. No standard peer matches names without case.
+// The names on disk in lower case with a letter beyond ASCII, asked for in
+// upper case: no candidate exists as written. No standard peer matches names
+// without case; MakeUnique/gvlib is the same work with the case matching.
 void MakeUniqueOtherCase_gvlib(benchmark::State& state) {
-    NumberedDirectory dir(static_cast<int>(state.range(0)));
+    NumberedDirectory dir(static_cast<int>(state.range(0)), "\xC3\xA4rende");  // "ärende"
     for (auto _ : state) {
-        CGVPath path("REPORT.TXT");
+        CGVPath path("\xC4RENDE.TXT");
         benchmark::DoNotOptimize(path.MakeUnique("B:\\", 0, 0, nullptr, nullptr));
     }
 }
@@ -69,6 +73,21 @@ void MakeUnique_peer(benchmark::State& state) {
         fs::path candidate = dir.Root() / "report.txt";
         for (int n = 2; fs::exists(candidate); ++n)
             candidate = dir.Root() / ("report (" + std::to_string(n) + ").txt");
+        benchmark::DoNotOptimize(candidate);
+    }
+}
+
+// The least the contract forces: the directory's names in a set, listed once,
+// and one look-up per candidate.
+void MakeUnique_limit(benchmark::State& state) {
+    NumberedDirectory dir(static_cast<int>(state.range(0)));
+    std::unordered_set<std::string> names;
+    for (auto const& entry : fs::directory_iterator(dir.Root()))
+        names.insert(entry.path().filename().string());
+    for (auto _ : state) {
+        std::string candidate = "report.txt";
+        for (int n = 2; names.count(candidate) != 0; ++n)
+            candidate = "report (" + std::to_string(n) + ").txt";
         benchmark::DoNotOptimize(candidate);
     }
 }
@@ -95,8 +114,9 @@ void IsLegal_gvlib(benchmark::State& state) {
 
 }  // namespace
 
-BENCHMARK(MakeUnique_gvlib)->Name("MakeUnique/gvlib")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(MakeUnique_peer)->Name("MakeUnique/peer")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(MakeUnique_gvlib)->Name("MakeUnique/gvlib")->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(MakeUnique_peer)->Name("MakeUnique/peer")->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(MakeUnique_limit)->Name("MakeUnique/limit")->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(MakeUniqueOtherCase_gvlib)->Name("MakeUniqueOtherCase/gvlib")->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RelativePath_gvlib)->Name("RelativePath/gvlib");
 BENCHMARK(RelativePath_peer)->Name("RelativePath/peer");

@@ -1,9 +1,11 @@
 // Strings against std::string on copying and modifying, and mCompare under
-// locale 1033 against an ICU collator used directly on the same words.
+// locale 1033 against an ICU collator used directly on the same words, and
+// against the least a comparison must do: one table look-up per byte.
 #include <benchmark/benchmark.h>
 #include <unicode/ucol.h>
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <string>
@@ -110,6 +112,41 @@ void Compare1033_peer(benchmark::State& state) {
     }
 }
 
+// The floor: the words compared byte by byte through a rank table of the
+// collator's primary order, with no case or accent levels and no word sort.
+void Compare1033_limit(benchmark::State& state) {
+    UErrorCode err = U_ZERO_ERROR;
+    std::unique_ptr<UCollator, void (*)(UCollator*)> collator(ucol_open("en_US", &err), ucol_close);
+    ucol_setStrength(collator.get(), UCOL_PRIMARY);
+    std::vector<UChar> bytes(256);
+    for (int b = 0; b < 256; ++b)
+        bytes[static_cast<size_t>(b)] = static_cast<UChar>(b);
+    std::vector<int> order(256);
+    for (int b = 0; b < 256; ++b)
+        order[static_cast<size_t>(b)] = b;
+    std::sort(order.begin(), order.end(), [&](int x, int y) {
+        return ucol_strcoll(collator.get(), &bytes[static_cast<size_t>(x)], 1, &bytes[static_cast<size_t>(y)], 1) ==
+               UCOL_LESS;
+    });
+    unsigned char rank[256];
+    for (int i = 0; i < 256; ++i)
+        rank[order[static_cast<size_t>(i)]] = static_cast<unsigned char>(i);
+    const std::vector<std::string> words = Words();
+    size_t i = 0;
+    for (auto _ : state) {
+        auto const& a = words[i & 2047];
+        auto const& b = words[(i * 7 + 1) & 2047];
+        size_t k = 0;
+        const size_t n = std::min(a.size(), b.size());
+        while (k < n && rank[static_cast<unsigned char>(a[k])] == rank[static_cast<unsigned char>(b[k])])
+            ++k;
+        int r = k < n ? rank[static_cast<unsigned char>(a[k])] - rank[static_cast<unsigned char>(b[k])]
+                      : static_cast<int>(a.size()) - static_cast<int>(b.size());
+        benchmark::DoNotOptimize(r);
+        ++i;
+    }
+}
+
 }  // namespace
 
 BENCHMARK(Copy_gvlib)->Name("Copy/gvlib")->Arg(1 << 10)->Arg(1 << 20);
@@ -120,3 +157,4 @@ BENCHMARK(Append_gvlib)->Name("AppendChar/gvlib")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(Append_peer)->Name("AppendChar/peer")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(Compare1033_gvlib)->Name("Compare1033/gvlib");
 BENCHMARK(Compare1033_peer)->Name("Compare1033/peer");
+BENCHMARK(Compare1033_limit)->Name("Compare1033/limit");
