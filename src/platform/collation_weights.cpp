@@ -23,75 +23,106 @@ constexpr int kNotSimple = -2;  // a byte the tables do not cover
 
 const std::array<char16_t, 256>& Units() { return Cp1252ToUtf16Table(); }
 
-// Bytes that begin, end or sit inside a contraction or a context: their
-// weights depend on their neighbours.
-std::array<bool, 256> ContractionBytes(const UCollator* collator) {
-    std::array<bool, 256> marked{};
+// The bytes that take part in contractions and contexts the text can hold
+// (every character of the sequence in the code page): the first of such a
+// sequence, and the later ones. A starter collates as itself unless a later
+// one follows it.
+struct Contractions {
+    std::array<bool, 256> starts{};
+    std::array<bool, 256> continues{};
+};
+
+Contractions ContractionBytes(const UCollator* collator) {
+    Contractions found;
+    std::vector<int16_t> byteOf(0x10000, -1);
+    for (int byte = 0; byte < 256; ++byte)
+        byteOf[Units()[byte]] = static_cast<int16_t>(byte);
     UErrorCode err = U_ZERO_ERROR;
     USet* set = uset_openEmpty();
     ucol_getContractionsAndExpansions(collator, set, nullptr, true, &err);
     const int32_t items = U_SUCCESS(err) ? uset_getItemCount(set) : 0;
-    for (int32_t item = 0; item < items; ++item) {
+    bool complete = U_SUCCESS(err);
+    for (int32_t item = 0; item < items && complete; ++item) {
         UChar32 start = 0, end = 0;
         UChar text[64];
-        err = U_ZERO_ERROR;
         const int32_t length = uset_getItem(set, item, &start, &end, text, 64, &err);
-        for (int byte = 0; byte < 256; ++byte) {
-            const char16_t unit = Units()[byte];
-            if (length == 0 && unit >= start && unit <= end)
-                marked[byte] = true;
-            for (int32_t i = 0; i < length && i < 64; ++i)
-                marked[byte] = marked[byte] || text[i] == unit;
-        }
+        complete = U_SUCCESS(err) && length >= 2;  // a range or a lone character: not understood
+        bool inPage = complete;
+        for (int32_t i = 0; i < length && inPage; ++i)
+            inPage = byteOf[text[i]] >= 0;
+        for (int32_t i = 0; i < length && inPage; ++i)
+            (i == 0 ? found.starts : found.continues)[static_cast<std::size_t>(byteOf[text[i]])] = true;
     }
     uset_close(set);
-    if (U_FAILURE(err))
-        marked.fill(true);
-    return marked;
+    if (!complete)
+        found.continues.fill(true);
+    return found;
 }
 
-int32_t ElementCount(const UCollator* collator, UChar unit) {
+// How many collation elements a character gives, and how many of them carry a
+// primary weight (an element split in two for a long weight counts twice).
+struct ElementCount {
+    int32_t all = -1;
+    int32_t primary = 0;
+};
+
+ElementCount CountElements(const UCollator* collator, UChar unit) {
     UErrorCode err = U_ZERO_ERROR;
     UCollationElements* elements = ucol_openElements(collator, &unit, 1, &err);
-    int32_t count = 0;
-    while (U_SUCCESS(err) && count < 3 && ucol_next(elements, &err) != UCOL_NULLORDER)
-        ++count;
+    ElementCount count{0, 0};
+    for (int32_t order; U_SUCCESS(err) && count.all < 4 && (order = ucol_next(elements, &err)) != UCOL_NULLORDER;) {
+        ++count.all;
+        const bool continuation = (order & 0xC0) == 0xC0;
+        if (ucol_primaryOrder(order) != 0 || continuation)
+            ++count.primary;
+    }
     ucol_closeElements(elements);
-    return U_SUCCESS(err) ? count : -1;
+    return U_SUCCESS(err) ? count : ElementCount{};
 }
 
-// Splits a one-character key into its level weights; false when a level is
-// longer than a table entry holds or the levels are not the expected ones.
-bool SplitKey(const uint8_t* key, int32_t length, int levels, CollationWeights::Weight* out) {
+// Splits a one-character key into its level weights. Answers how many levels
+// from the first were read whole: a level longer than a table entry holds
+// ends the reading.
+int SplitKey(const uint8_t* key, int32_t length, int levels, CollationWeights::Weight* out) {
     int level = 0;
     for (int32_t i = 0; i < length && key[i] != 0; ++i) {
         if (key[i] == 1) {
             if (++level >= levels)
-                return false;
+                return 0;
             continue;
         }
         CollationWeights::Weight& w = out[level];
         if (w.length == 4)
-            return false;
+            return level;
         w.bytes |= static_cast<uint32_t>(key[i]) << (24 - 8 * w.length);
         ++w.length;
     }
-    return level == levels - 1 && out[0].length > 0;
+    return level == levels - 1 && out[0].length > 0 ? levels : 0;
 }
 
-struct Cursor {
+bool IsMark(unsigned char byte) { return byte == '-' || byte == '\''; }
+
+}  // namespace
+
+struct CollationWeights::Cursor {
     const unsigned char* text;
     int32_t length;
+    bool skipMarks;
     int32_t index = 0;
     int offset = 0;
 };
 
-int NextByte(Cursor& c, const std::array<CollationWeights::Weight, 256>& weights, const std::array<bool, 256>& simple) {
+int CollationWeights::NextByte(Cursor& c, int level) const {
+    const std::array<bool, 256>& covered = level == 0 ? primary_ : simple_;
     while (c.index < c.length) {
         const unsigned char byte = c.text[c.index];
-        if (!simple[byte])
+        if (c.skipMarks && IsMark(byte)) {
+            ++c.index;
+            continue;
+        }
+        if (!covered[byte] || StartsContraction(c.text, c.index, c.length))
             return kNotSimple;
-        const CollationWeights::Weight& w = weights[byte];
+        const Weight& w = weights_[level][byte];
         if (c.offset < w.length)
             return static_cast<int>((w.bytes >> (24 - 8 * c.offset++)) & 0xFF);
         ++c.index;
@@ -99,6 +130,8 @@ int NextByte(Cursor& c, const std::array<CollationWeights::Weight, 256>& weights
     }
     return kEnd;
 }
+
+namespace {
 
 int ToCstr(int sign) {
     if (sign < 0)
@@ -127,11 +160,14 @@ std::unique_ptr<CollationWeights> CollationWeights::Build(const UCollator* colla
     const bool caseLevel = ucol_getAttribute(collator, UCOL_CASE_LEVEL, &err) == UCOL_ON;
     const UColAttributeValue strength = ucol_getStrength(collator);
     table->canSkipPrefix_ = U_SUCCESS(err) && !french;
-    const std::array<bool, 256> contraction = ContractionBytes(collator);
+    const Contractions contractions = ContractionBytes(collator);
+    table->starts_ = contractions.starts;
+    table->continues_ = contractions.continues;
     std::array<bool, 256> candidates{};
-    for (int byte = 0; byte < 256; ++byte)
-        candidates[byte] = !contraction[byte] && byte != '-' && byte != '\'';
-    table->safe_ = candidates;
+    for (int byte = 0; byte < 256; ++byte) {
+        candidates[byte] = !contractions.continues[byte] && !IsMark(static_cast<unsigned char>(byte));
+        table->safe_[byte] = candidates[byte] && !contractions.starts[byte];
+    }
     if (!table->canSkipPrefix_ || caseLevel || strength > UCOL_TERTIARY)
         return table;
     table->levels_ = static_cast<int>(strength) + 1;
@@ -148,19 +184,22 @@ std::unique_ptr<CollationWeights> CollationWeights::Build(const UCollator* colla
 bool CollationWeights::Fill(const UCollator* collator, const std::array<bool, 256>& candidates) {
     bool any = false;
     for (int byte = 0; byte < 256; ++byte) {
-        simple_[byte] = false;
+        simple_[byte] = primary_[byte] = false;
         Weight w[kMaxLevels] = {};
         const UChar unit = Units()[byte];
-        if (!candidates[byte] || ElementCount(collator, unit) != 1)
+        const ElementCount count = candidates[byte] ? CountElements(collator, unit) : ElementCount{};
+        if (count.primary != 1)
             continue;
         uint8_t key[64];
         const int32_t length = ucol_getSortKey(collator, &unit, 1, key, sizeof key);
-        if (length <= 0 || length > static_cast<int32_t>(sizeof key) || !SplitKey(key, length, levels_, w))
-            continue;
-        for (int level = 0; level < levels_; ++level)
+        const int whole = length > 0 && length <= static_cast<int32_t>(sizeof key) ? SplitKey(key, length, levels_, w) : 0;
+        for (int level = 0; level < whole; ++level)
             weights_[level][byte] = w[level];
-        simple_[byte] = true;
-        any = true;
+        // An accented letter (a letter and a mark) has one primary weight: it
+        // serves where the primary level decides.
+        primary_[byte] = whole >= 1;
+        simple_[byte] = whole == levels_ && count.all == 1;
+        any = any || simple_[byte];
     }
     return any;
 }
@@ -170,12 +209,12 @@ bool CollationWeights::Fill(const UCollator* collator, const std::array<bool, 25
 bool CollationWeights::AgreesWith(const UCollator* collator) const {
     std::vector<unsigned char> bytes;
     for (int byte = 0; byte < 256; ++byte)
-        if (simple_[byte])
+        if (primary_[byte])
             bytes.push_back(static_cast<unsigned char>(byte));
     auto agree = [&](const std::vector<unsigned char>& a, const std::vector<unsigned char>& b) {
-        const int mine =
-            CompareTables(a.data(), static_cast<int32_t>(a.size()), b.data(), static_cast<int32_t>(b.size()));
-        return mine == Collate(collator, a, b);
+        const int mine = CompareTables(a.data(), static_cast<int32_t>(a.size()), b.data(),
+                                       static_cast<int32_t>(b.size()), false);
+        return mine == 0 || mine == Collate(collator, a, b);
     };
     for (unsigned char x : bytes)
         for (unsigned char y : bytes)
@@ -203,11 +242,11 @@ bool CollationWeights::AgreesWith(const UCollator* collator) const {
 }
 
 int CollationWeights::CompareLevel(int level, const unsigned char* a, int32_t na, const unsigned char* b,
-                                   int32_t nb) const {
-    Cursor x{a, na}, y{b, nb};
+                                   int32_t nb, bool skipMarks) const {
+    Cursor x{a, na, skipMarks}, y{b, nb, skipMarks};
     for (;;) {
-        const int p = NextByte(x, weights_[level], simple_);
-        const int q = NextByte(y, weights_[level], simple_);
+        const int p = NextByte(x, level);
+        const int q = NextByte(y, level);
         if (p == kNotSimple || q == kNotSimple)
             return 0;
         if (p != q)
@@ -217,19 +256,29 @@ int CollationWeights::CompareLevel(int level, const unsigned char* a, int32_t na
     }
 }
 
-int CollationWeights::Compare(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb) const {
-    return fast_ ? CompareTables(a, na, b, nb) : 0;
+int CollationWeights::Compare(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb,
+                              bool wordSort) const {
+    return fast_ ? CompareTables(a, na, b, nb, wordSort) : 0;
 }
 
-int CollationWeights::CompareTables(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb) const {
+// In the word sort hyphen and apostrophe stand outside the main comparison:
+// the primary level passes over them, and a tie is left to the full path,
+// which orders the marks.
+int CollationWeights::CompareTables(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb,
+                                    bool wordSort) const {
     // The primary level a character at a time: most pairs differ there, and
     // bytes past the first difference never need to be simple.
     const std::array<Weight, 256>& primary = weights_[0];
-    const int32_t n = na < nb ? na : nb;
-    int32_t i = 0;
-    for (; i < n; ++i) {
-        const unsigned char ca = a[i], cb = b[i];
-        if (!simple_[ca] || !simple_[cb])
+    int32_t i = 0, j = 0;
+    for (;; ++i, ++j) {
+        while (wordSort && i < na && IsMark(a[i]))
+            ++i;
+        while (wordSort && j < nb && IsMark(b[j]))
+            ++j;
+        if (i == na || j == nb)
+            break;
+        const unsigned char ca = a[i], cb = b[j];
+        if (!primary_[ca] || !primary_[cb] || StartsContraction(a, i, na) || StartsContraction(b, j, nb))
             return 0;
         const Weight wa = primary[ca], wb = primary[cb];
         if (wa.bytes == wb.bytes && wa.length == wb.length)
@@ -242,9 +291,14 @@ int CollationWeights::CompareTables(const unsigned char* a, int32_t na, const un
             return ToCstr(wa.bytes < wb.bytes ? -1 : 1);
         break;
     }
-    int result = CompareLevel(0, a + i, na - i, b + i, nb - i);
+    int result = CompareLevel(0, a + i, na - i, b + j, nb - j, wordSort);
+    if (result != CSTR_EQUAL)
+        return result;
+    if (wordSort && (std::memchr(a, '-', na) || std::memchr(a, '\'', na) || std::memchr(b, '-', nb) ||
+                     std::memchr(b, '\'', nb)))
+        return 0;
     for (int level = 1; result == CSTR_EQUAL && level < levels_; ++level)
-        result = CompareLevel(level, a, na, b, nb);
+        result = CompareLevel(level, a, na, b, nb, false);
     return result;
 }
 

@@ -13,8 +13,10 @@ namespace gvplatform::detail {
 /// The collation weights of every "simple" byte of Windows-1252 under one
 /// configured collator: a byte that collates as itself wherever it stands
 /// (no contraction or context involves it, its weights do not depend on its
-/// neighbours) and has a primary weight. Hyphen and apostrophe never count,
-/// as the word sort sets them apart.
+/// neighbours) and gives one collation element with a primary weight. Bytes
+/// that give one primary weight and more elements (accented letters) are in
+/// the primary table only. Hyphen and apostrophe never count, as the word
+/// sort sets them apart.
 class CollationWeights {
 public:
     /// The tables of `collator` as configured; checked against the collator
@@ -31,7 +33,8 @@ public:
 
     /// CSTR_LESS_THAN, CSTR_EQUAL or CSTR_GREATER_THAN as the collator would
     /// answer, or 0 when a byte that is not simple must be looked at.
-    int Compare(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb) const;
+    /// `wordSort`: hyphen and apostrophe stand outside the main comparison.
+    int Compare(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb, bool wordSort) const;
 
     struct Weight {
         uint32_t bytes = 0;  // left-aligned, most significant byte first
@@ -41,13 +44,24 @@ public:
 private:
     static constexpr int kMaxLevels = 3;
 
+    // Whether the byte at `i` begins a contraction with the byte after it.
+    bool StartsContraction(const unsigned char* text, int32_t i, int32_t length) const {
+        return starts_[text[i]] && i + 1 < length && continues_[text[i + 1]];
+    }
+    struct Cursor;
+    int NextByte(Cursor& cursor, int level) const;
+
     bool Fill(const UCollator* collator, const std::array<bool, 256>& candidates);
     bool AgreesWith(const UCollator* collator) const;
-    int CompareTables(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb) const;
-    int CompareLevel(int level, const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb) const;
+    int CompareTables(const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb, bool wordSort) const;
+    int CompareLevel(int level, const unsigned char* a, int32_t na, const unsigned char* b, int32_t nb,
+                     bool skipMarks) const;
 
     std::array<bool, 256> safe_{};
-    std::array<bool, 256> simple_{};
+    std::array<bool, 256> starts_{};     // first of a contraction or context
+    std::array<bool, 256> continues_{};  // later in one
+    std::array<bool, 256> simple_{};   // every level in the tables
+    std::array<bool, 256> primary_{};  // the primary level in the tables
     std::array<std::array<Weight, 256>, kMaxLevels> weights_{};
     int levels_ = 0;
     bool fast_ = false;

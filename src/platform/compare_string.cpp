@@ -79,22 +79,23 @@ CollatorPtr OpenCollator(const std::string& locale, DWORD flags) {
 
 // One collator per (locale, flags), opened on first use and kept for the life of the
 // process: comparisons run inside sorts and must not open one each. ICU collators
-// may be shared between threads for comparing; the lock guards only the map, and a
-// thread remembers its last collator so that a sort takes no lock at all.
+// may be shared between threads for comparing; the lock guards only the map, and
+// the last entry used is remembered so that a sort takes no lock at all.
 struct CachedSort {
+    uint64_t key;
     CollatorPtr collator;
     std::unique_ptr<gvplatform::detail::CollationWeights> weights;
 };
 
-struct CollatorSlot {
-    uint64_t key = UINT64_MAX;
-    const CachedSort* sort = nullptr;
-};
+// The entry used last, for a sort that asks the same locale again and again.
+// Entries are never removed, so the pointer stays valid.
+std::atomic<const CachedSort*> g_lastSort{nullptr};
 
-const CachedSort* CachedCollator(LCID lcid, DWORD flags, CollatorSlot& last) {
+const CachedSort* CachedCollator(LCID lcid, DWORD flags) {
     const uint64_t key = (static_cast<uint64_t>(lcid) << 32) | (flags & kCollatorFlags);
-    if (key == last.key)
-        return last.sort;
+    const CachedSort* last = g_lastSort.load(std::memory_order_acquire);
+    if (last != nullptr && last->key == key)
+        return last;
 
     static std::mutex mutex;
     static std::map<uint64_t, CachedSort> cache;
@@ -108,11 +109,10 @@ const CachedSort* CachedCollator(LCID lcid, DWORD flags, CollatorSlot& last) {
         if (!c)
             return nullptr;
         auto weights = gvplatform::detail::CollationWeights::Build(c.get());
-        it = cache.emplace(key, CachedSort{std::move(c), std::move(weights)}).first;
+        it = cache.emplace(key, CachedSort{key, std::move(c), std::move(weights)}).first;
     }
-    last.key = key;
-    last.sort = &it->second;
-    return last.sort;
+    g_lastSort.store(&it->second, std::memory_order_release);
+    return &it->second;
 }
 
 // ---- word sort -------------------------------------------------------------------------
@@ -180,9 +180,14 @@ int ToCstr(UCollationResult r) {
 }
 
 // A negative count means NUL-terminated; answers -1 for text too long to count.
+// Most texts compared are words: a plain loop measures them before the
+// library call would have set up.
 int32_t CountOf(const char* text, int count) {
     if (count >= 0)
         return count;
+    for (int32_t i = 0; i < 32; ++i)
+        if (text[i] == '\0')
+            return i;
     const std::size_t length = std::strlen(text);
     return length > static_cast<std::size_t>(INT32_MAX) ? -1 : static_cast<int32_t>(length);
 }
@@ -231,14 +236,7 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
     const int32_t count2 = CountOf(lpString2, cchCount2);
     if (count1 < 0 || count2 < 0)
         return Fail(ERROR_INVALID_PARAMETER);
-    // One block per thread, so that a comparison inside a sort allocates nothing
-    // and reaches its thread-local state once.
-    thread_local struct {
-        CollatorSlot last;
-        std::vector<char16_t> units1, units2;
-        std::vector<SpecialMark> marks1, marks2;
-    } scratch;
-    const CachedSort* sort = CachedCollator(ResolveLcid(Locale), dwCmpFlags, scratch.last);
+    const CachedSort* sort = CachedCollator(ResolveLcid(Locale), dwCmpFlags);
     if (!sort)
         return Fail(ERROR_INVALID_PARAMETER);
     const auto* bytes1 = reinterpret_cast<const unsigned char*>(lpString1);
@@ -246,13 +244,18 @@ int CompareStringA(LCID Locale, DWORD dwCmpFlags, LPCSTR lpString1, int cchCount
     const bool shortcuts = g_shortcuts.load(std::memory_order_relaxed);
     const int32_t skip =
         shortcuts ? SkippablePrefix(bytes1, bytes2, count1 < count2 ? count1 : count2, *sort->weights) : 0;
-    const int fast = shortcuts ? sort->weights->Compare(bytes1 + skip, count1 - skip, bytes2 + skip, count2 - skip) : 0;
-    if (fast != 0)
-        return fast;
-
     // Ignoring symbols drops hyphen and apostrophe with the rest; the string sort
     // keeps them as ordinary symbols. Only the word sort sets them apart.
     const bool wordSort = (dwCmpFlags & (SORT_STRINGSORT | NORM_IGNORESYMBOLS)) == 0;
+    const int fast =
+        shortcuts ? sort->weights->Compare(bytes1 + skip, count1 - skip, bytes2 + skip, count2 - skip, wordSort) : 0;
+    if (fast != 0)
+        return fast;
+    // One block per thread, so that a comparison inside a sort allocates nothing.
+    thread_local struct {
+        std::vector<char16_t> units1, units2;
+        std::vector<SpecialMark> marks1, marks2;
+    } scratch;
     auto& units1 = scratch.units1;
     auto& units2 = scratch.units2;
     auto& marks1 = scratch.marks1;
