@@ -10,6 +10,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <map>
@@ -24,8 +25,8 @@ namespace {
 // walking many directories cannot grow it without bound.
 constexpr std::size_t kMaxDirectories = 64;
 // A directory changed this recently may change again within the same tick of
-// the file system's clock without its time moving: its listing serves only the
-// call that made it.
+// the file system's clock without its times moving: its listing serves only
+// the call that made it.
 constexpr int64_t kSettledAfterNs = 100'000'000;
 
 void FoldInPlace(std::u16string& text) {
@@ -46,15 +47,19 @@ std::u16string FoldHostName(std::string const& host) {
 
 int64_t Nanoseconds(timespec const& t) { return static_cast<int64_t>(t.tv_sec) * 1'000'000'000 + t.tv_nsec; }
 
+// The status change time moves with every entry added or removed too, and
+// unlike the modification time it cannot be set back by a caller.
 struct Listing {
     dev_t device = 0;
     ino_t inode = 0;
     int64_t modified = 0;
+    int64_t changed = 0;
     std::shared_ptr<FoldedNames const> names;
 };
 
 bool SameDirectory(Listing const& l, struct stat const& st) {
-    return l.device == st.st_dev && l.inode == st.st_ino && l.modified == Nanoseconds(st.st_mtim);
+    return l.device == st.st_dev && l.inode == st.st_ino && l.modified == Nanoseconds(st.st_mtim) &&
+           l.changed == Nanoseconds(st.st_ctim);
 }
 
 bool Exists(std::string const& directory, dirent const* entry) {
@@ -117,12 +122,13 @@ std::shared_ptr<FoldedNames const> ListFoldedNames(std::string const& hostDirect
     std::shared_ptr<FoldedNames const> names = Read(hostDirectory);
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
-    if (names == nullptr || Nanoseconds(now) - Nanoseconds(st.st_mtim) < kSettledAfterNs)
+    const int64_t latest = std::max(Nanoseconds(st.st_mtim), Nanoseconds(st.st_ctim));
+    if (names == nullptr || Nanoseconds(now) - latest < kSettledAfterNs)
         return names;
     std::lock_guard<std::mutex> lock(mutex);
     if (listings.size() >= kMaxDirectories)
         listings.clear();
-    listings[hostDirectory] = Listing{st.st_dev, st.st_ino, Nanoseconds(st.st_mtim), names};
+    listings[hostDirectory] = Listing{st.st_dev, st.st_ino, Nanoseconds(st.st_mtim), Nanoseconds(st.st_ctim), names};
     return names;
 }
 

@@ -28,8 +28,8 @@ private:
 
 /// The folded names of the existing entries of a host directory (dangling
 /// links left out, as they do not exist); null when it cannot be read. A
-/// directory listed before is listed again only when its modification time
-/// has moved, so a lookup costs one status query and one hash.
+/// directory listed before is listed again only when its modification or
+/// status change time has moved, so a lookup costs one status query and one hash.
 std::shared_ptr<FoldedNames const> ListFoldedNames(std::string const& hostDirectory);
 
 }  // namespace gvplatform::detail
