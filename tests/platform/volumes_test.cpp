@@ -1,10 +1,12 @@
 // The volume map: drives and shares on temporary directories.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -31,9 +33,18 @@ protected:
     }
     void TearDown() override {
         gvplatform::ResetVolumes();
-        std::remove((root_ + "/Docs/report.txt").c_str());
-        rmdir((root_ + "/Docs").c_str());
-        rmdir(root_.c_str());
+        std::error_code ignored;
+        std::filesystem::remove_all(root_, ignored);
+    }
+    // Lets the file system's clock move on, so that the directory's listing is
+    // kept until the directory changes.
+    static void Settle() { usleep(150'000); }
+    static bool Found(const char* path, std::string* stored = nullptr) {
+        CFileStatus status;
+        const bool found = CFile::GetStatus(path, status) != 0;
+        if (found && stored != nullptr)
+            *stored = status.m_szFullName;
+        return found;
     }
     std::string root_;
 };
@@ -83,6 +94,48 @@ TEST_F(Volumes, NamesResolveWithoutRegardToCase) {
     CFile file;
     ASSERT_TRUE(file.Open("S:\\DOCS\\REPORT.TXT", CFile::modeRead));
     EXPECT_EQ(4u, file.GetLength());
+}
+
+// Every letter of the code page matches its other case (simple case folding);
+// the name found keeps its stored spelling.
+TEST_F(Volumes, NamesBeyondAsciiResolveWithoutRegardToCase) {
+    struct Row {
+        const char* stored;  // UTF-8 on the host
+        const char* asked;   // Windows-1252
+        const char* found;   // the stored spelling in Windows-1252, or null
+    } rows[] = {
+        {"\xC3\x84rger.txt", "S:\\docs\\\xE4RGER.TXT", "S:\\docs\\\xC4rger.txt"},
+        {"\xC3\xA4.txt", "S:\\Docs\\\xC4.TXT", "S:\\Docs\\\xE4.txt"},
+        {"\xC5\x93uvre", "S:\\Docs\\\x8CUVRE", "S:\\Docs\\\x9Cuvre"},  // oe ligature, beyond Latin-1
+        {"\xC3\xBF", "S:\\Docs\\\x9F", "S:\\Docs\\\xFF"},              // y diaeresis
+        {"\xC3\xA9t\xC3\xA9", "S:\\Docs\\\xC9T\xC9", "S:\\Docs\\\xE9t\xE9"},
+        {"stra\xC3\x9F" "e", "S:\\Docs\\STRASSE", nullptr},  // simple folding keeps sharp s
+        {"\xC3\xA9", "S:\\Docs\\E", nullptr},                   // accents are not case
+        {"\xE6\x97\xA5", "S:\\Docs\\?", nullptr},             // no code-page spelling
+    };
+    for (const Row& row : rows)
+        std::ofstream(root_ + "/Docs/" + row.stored) << "x";
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.asked);
+        std::string stored;
+        EXPECT_EQ(row.found != nullptr, Found(row.asked, &stored));
+        EXPECT_EQ(row.found ? row.found : "", row.found ? stored : "");
+    }
+}
+
+// A directory's folded names are kept while its modification time stands and
+// read again when it moves: names added or removed are seen at once.
+TEST_F(Volumes, TheFoldedIndexFollowsTheDirectory) {
+    ASSERT_EQ(0, symlink("nowhere", (root_ + "/Docs/Dangling.txt").c_str()));
+    Settle();
+    EXPECT_FALSE(Found("S:\\docs\\\xC4.TXT"));
+    EXPECT_FALSE(Found("S:\\docs\\DANGLING.TXT"));  // a link to nothing does not exist
+    std::ofstream(root_ + "/Docs/\xC3\xA4.txt") << "x";
+    EXPECT_TRUE(Found("S:\\docs\\\xC4.TXT"));
+    Settle();
+    EXPECT_TRUE(Found("S:\\docs\\\xC4.Txt"));
+    ASSERT_EQ(0, std::remove((root_ + "/Docs/\xC3\xA4.txt").c_str()));
+    EXPECT_FALSE(Found("S:\\docs\\\xC4.TXT"));
 }
 
 TEST_F(Volumes, HostAndWindowsPathsTranslate) {
