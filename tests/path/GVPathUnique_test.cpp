@@ -2,6 +2,8 @@
 // drive S: and a drive M: of 64-character components (short scheme, long names).
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <string>
 #include <vector>
 
@@ -74,6 +76,38 @@ TEST_F(CGVPathUnique, NumbersPastWhatExistsInAnyCase) {
     CGVPath shortFull("S:\\dir\\Report.txt");
     EXPECT_EQ(1, shortFull.MakeUnique(0, 0, nullptr, nullptr));
     EXPECT_EQ("S:\\dir\\Repor100.txt", Text(shortFull));
+}
+
+// Past the first few candidates the folder's names are read once and matched
+// case-blind for every letter of the code page; the answers stay those of one
+// status query per candidate: directories count, links to nothing do not.
+TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
+    MakeDir("long/many/\xC3\x84RENDE (7).txt");
+    for (const char* name : {"\xC3\xA4rende.txt", "\xC3\x84RENDE (2).TXT", "\xC3\xA4Rende (3).txt",
+                             "\xC3\xA4rende (4).Txt", "\xC3\x84rende (5).txt", "\xC3\xA4rende (6).txt"})
+        Touch(std::string("long/many/") + name);
+    ASSERT_EQ(0, symlink("nowhere", Host("long/many/\xC3\xA4rende (8).txt").c_str()));
+    CGVStringArray taken = List({"\xC4RENDE (8).TXT"});
+    CGVStringArray reusable = List({"\xC4RENDE (6).TXT"});
+    struct Row {
+        const char* name;
+        CGVStringArray const* taken;
+        CGVStringArray const* reusable;
+        const char* expected;
+    } rows[] = {
+        {"\xC4RENDE.TXT", nullptr, nullptr, "\xC4RENDE (8).TXT"},
+        {"\xE4rende.txt", nullptr, nullptr, "\xE4rende (8).txt"},
+        {"\xC4RENDE.TXT", &taken, nullptr, "\xC4RENDE (9).TXT"},
+        {"\xC4RENDE.TXT", nullptr, &reusable, "\xC4RENDE (6).TXT"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Result(1, row.expected), Unique(row.name, "L:\\many", 0, 0, row.taken, row.reusable));
+    }
+    for (int n = 2; n <= 8; ++n) {
+        SCOPED_TRACE(n);
+        EXPECT_EQ(n == 8 ? 1 : 0, CGVPath(("\xE4RENDE (" + std::to_string(n) + ").txt").c_str()).IsUnique("L:\\many"));
+    }
 }
 
 TEST_F(CGVPathUnique, TakenAndReusableNames) {

@@ -121,6 +121,7 @@ TEST_F(CGVPathVolume, ExistenceOverTheMappedDrives) {
         {"L:\\DIR\\", 0, 0, 1, 1, "L:\\DIR\\"},  // any case, a trailing delimiter
         {"L:\\dir\\REPORT.TXT", 0, 1, 0, 1, "L:\\dir\\REPORT.TXT"},
         {"L:\\dir\\\xC4RGER.txt", 0, 1, 0, 1, "L:\\dir\\\xC4RGER.txt"},  // the ANSI spelling, any case
+        {"L:\\dir\\\xE4rger.TXT", 0, 1, 0, 1, "L:\\dir\\\xE4rger.TXT"},  // any case beyond ASCII too
         {"L:\\dir\\missing\\file.txt", 0, 0, 0, 1, "L:\\dir"},
         {"L:\\dir\\report.txt\\x", 0, 0, 0, 1, "L:\\dir"},
         {"\\\\server\\share\\docs", 0, 0, 1, 1, "\\\\server\\share\\docs"},
