@@ -2,8 +2,10 @@
 // Win32 conventions for sizes, short buffers and bad arguments.
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "gvlib/platform/winnls.h"
 
@@ -102,51 +104,32 @@ TEST(CodePage, ShortBufferFailsWithInsufficientBuffer) {
 TEST(CodePage, BadArgumentsFailWithTheirError) {
     static char out[8];
     static wchar_t wout[8];
-    struct Row {
-        const char* what;
-        int (*call)();
-        DWORD error;
+    static const wchar_t lone[] = {static_cast<wchar_t>(0xD800), 0};
+    constexpr DWORD kParam = ERROR_INVALID_PARAMETER, kFlags = ERROR_INVALID_FLAGS,
+                    kNoTranslation = ERROR_NO_UNICODE_TRANSLATION;
+    const std::pair<int (*)(), DWORD> rows[] = {
+        {[] { return WideCharToMultiByte(CP_ACP, 0, nullptr, 3, out, 8, nullptr, nullptr); }, kParam},
+        {[] { return WideCharToMultiByte(CP_ACP, 0, L"a", 0, out, 8, nullptr, nullptr); }, kParam},
+        {[] { return WideCharToMultiByte(CP_ACP, 0, L"a", 1, out, -1, nullptr, nullptr); }, kParam},
+        {[] { return WideCharToMultiByte(CP_ACP, 0, L"a", 1, nullptr, 8, nullptr, nullptr); }, kParam},
+        {[] { return WideCharToMultiByte(54321, 0, L"a", 1, out, 8, nullptr, nullptr); }, kParam},
+        {[] { return WideCharToMultiByte(1200, 0, L"a", 1, out, 8, nullptr, nullptr); }, kParam},  // UTF-16
+        {[] { return WideCharToMultiByte(CP_UTF8, 0, L"a", 1, out, 8, "?", nullptr); }, kParam},
+        {[] { return WideCharToMultiByte(CP_ACP, 0x1, L"a", 1, out, 8, nullptr, nullptr); }, kFlags},
+        {[] { return WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, lone, 1, out, 8, nullptr, nullptr); },
+         kNoTranslation},
+        {[] { return MultiByteToWideChar(CP_ACP, 0, nullptr, 3, wout, 8); }, kParam},
+        {[] { return MultiByteToWideChar(CP_ACP, 0, "a", 0, wout, 8); }, kParam},
+        {[] { return MultiByteToWideChar(CP_ACP, 0, "a", 1, nullptr, 8); }, kParam},
+        {[] { return MultiByteToWideChar(54321, 0, "a", 1, wout, 8); }, kParam},
+        {[] { return MultiByteToWideChar(CP_UTF8, MB_PRECOMPOSED, "a", 1, wout, 8); }, kFlags},
+        {[] { return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, "a\xFF", 2, wout, 8); }, kNoTranslation},
     };
-    const Row rows[] = {
-        {"null wide source", [] { return WideCharToMultiByte(CP_ACP, 0, nullptr, 3, out, 8, nullptr, nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"zero wide count", [] { return WideCharToMultiByte(CP_ACP, 0, L"a", 0, out, 8, nullptr, nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"negative out size", [] { return WideCharToMultiByte(CP_ACP, 0, L"a", 1, out, -1, nullptr, nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"null out with size", [] { return WideCharToMultiByte(CP_ACP, 0, L"a", 1, nullptr, 8, nullptr, nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"unknown page", [] { return WideCharToMultiByte(54321, 0, L"a", 1, out, 8, nullptr, nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"UTF-16 is no multibyte page",
-         [] { return WideCharToMultiByte(1200, 0, L"a", 1, out, 8, nullptr, nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"default char with UTF-8", [] { return WideCharToMultiByte(CP_UTF8, 0, L"a", 1, out, 8, "?", nullptr); },
-         ERROR_INVALID_PARAMETER},
-        {"unknown wide flag", [] { return WideCharToMultiByte(CP_ACP, 0x1, L"a", 1, out, 8, nullptr, nullptr); },
-         ERROR_INVALID_FLAGS},
-        {"invalid code point refused",
-         [] {
-             const wchar_t lone[] = {static_cast<wchar_t>(0xD800), 0};
-             return WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, lone, 1, out, 8, nullptr, nullptr);
-         },
-         ERROR_NO_UNICODE_TRANSLATION},
-        {"null narrow source", [] { return MultiByteToWideChar(CP_ACP, 0, nullptr, 3, wout, 8); },
-         ERROR_INVALID_PARAMETER},
-        {"zero narrow count", [] { return MultiByteToWideChar(CP_ACP, 0, "a", 0, wout, 8); }, ERROR_INVALID_PARAMETER},
-        {"null wide out with size", [] { return MultiByteToWideChar(CP_ACP, 0, "a", 1, nullptr, 8); },
-         ERROR_INVALID_PARAMETER},
-        {"unknown narrow page", [] { return MultiByteToWideChar(54321, 0, "a", 1, wout, 8); }, ERROR_INVALID_PARAMETER},
-        {"precomposed with UTF-8", [] { return MultiByteToWideChar(CP_UTF8, MB_PRECOMPOSED, "a", 1, wout, 8); },
-         ERROR_INVALID_FLAGS},
-        {"invalid UTF-8 refused", [] { return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, "a\xFF", 2, wout, 8); },
-         ERROR_NO_UNICODE_TRANSLATION},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        SCOPED_TRACE(i);
         SetLastError(0);
-        EXPECT_EQ(row.call(), 0);
-        EXPECT_EQ(GetLastError(), row.error);
+        EXPECT_EQ(rows[i].first(), 0);
+        EXPECT_EQ(GetLastError(), rows[i].second);
     }
 }
 
