@@ -2,10 +2,8 @@
 // orders, flags, counted lengths, failures, and the shortcuts against the full path.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "gvlib/platform/gvplatform.h"
 #include "gvlib/platform/winnls.h"
@@ -74,15 +72,6 @@ const Row kOrders[] = {
 TEST(CompareString, Orders) {
     for (const Row& row : kOrders)
         CheckBothWays(row);
-}
-
-TEST(CompareString, SortingFollowsTheWordSort) {
-    std::vector<std::string> words = {"b", "B", "co-op", "A", "coop", "10", "9", "!", "a", "car's", "cars", "-o", "'o"};
-    std::sort(words.begin(), words.end(),
-              [](const std::string& x, const std::string& y) { return Compare(1033, x, y) == CSTR_LESS_THAN; });
-    const std::vector<std::string> expected = {"!",    "10",    "9",    "a",     "A",  "b", "B",
-                                               "cars", "car's", "coop", "co-op", "'o", "-o"};
-    EXPECT_EQ(words, expected);
 }
 
 TEST(CompareString, UserDefaultLocaleIsSettable) {
