@@ -1,7 +1,6 @@
 // CGVMoney: the amount, its arithmetic and comparisons.
 #include "gvlib/datetime/GVMoney.h"
 
-#include <cmath>
 #include <cstdint>
 
 namespace {
@@ -110,7 +109,9 @@ Amount Quotient(Amount a, int32_t divisor) {
     if (divisor == 0 || (total == INT32_MIN && divisor == -1))
         return a;
     const int32_t q = total / divisor;
-    return {q / 100, static_cast<int32_t>(std::fmod(q, 100.0))};
+    // The original took fmod(q, 100.0); on a 32-bit integer that is exactly the
+    // remainder, sign included, without the library call.
+    return {q / 100, q % 100};
 }
 
 }  // namespace
