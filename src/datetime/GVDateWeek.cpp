@@ -11,24 +11,21 @@ const uint16_t kDaysLeap[12] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 // Monday = 1 ... Sunday = 7 from the getter's Sunday = 1 ... Saturday = 7.
 int MondayFirst(uint16_t dayOfWeek) { return dayOfWeek == 1 ? 7 : dayOfWeek - 1; }
 
-// Days since 1970-01-01 of a proleptic Gregorian date (the era-based form).
-int32_t DaysFromCivil(int32_t year, int32_t month, int32_t day) {
-    year -= month <= 2;
-    const int32_t era = (year >= 0 ? year : year - 399) / 400;
-    const int32_t yearOfEra = year - era * 400;
-    const int32_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    const int32_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * 146097 + dayOfEra - 719468;
-}
+// Days from 1970-01-01 to 1 January of `year`, for 1970 to 2099, where every
+// fourth year from 1972 is a leap year (2000 included).
+int32_t DaysToNewYear(int32_t year) { return 365 * (year - 1970) + (year - 1969) / 4; }
 
-// The getter's weekday of CGVDate(year, month, day). From 1971 to 2037 the
-// instant 00:00:01 local of any day lies inside the 32-bit range whatever the
-// zone's offset, so the weekday is the calendar's and needs no conversion;
-// nearer the ends the date is built, and may fail (0), as the original's did.
-uint16_t WeekdayOf(uint16_t year, uint16_t month, uint16_t day) {
-    if (year >= 1971 && year <= 2037)
-        return static_cast<uint16_t>((DaysFromCivil(year, month, day) % 7 + 4) % 7 + 1);  // 1970-01-01: Thursday
-    return CGVDate(year, month, day).mGetDayOfWeek();
+// The getter's weekday of CGVDate(year, 1, 1) or CGVDate(year, 12, 31). From
+// 1971 to 2037 the instant 00:00:01 local of any day lies inside the 32-bit
+// range whatever the zone's offset, so the weekday is the calendar's and needs
+// no conversion; nearer the ends the date is built, and may fail (0), as the
+// original's did.
+uint16_t WeekdayOf(uint16_t year, bool lastDay) {
+    if (year >= 1971 && year <= 2037) {
+        const int32_t days = lastDay ? DaysToNewYear(year + 1) - 1 : DaysToNewYear(year);
+        return static_cast<uint16_t>((days + 4) % 7 + 1);  // 1970-01-01 was a Thursday
+    }
+    return lastDay ? CGVDate(year, 12, 31).mGetDayOfWeek() : CGVDate(year, 1, 1).mGetDayOfWeek();
 }
 
 }  // namespace
@@ -53,14 +50,14 @@ uint16_t CGVDate::mWeekOf() {
     const uint16_t year = f != nullptr ? static_cast<uint16_t>(f->tm_year + 1900) : 0;
     const int dayOfYear = f != nullptr ? f->tm_yday + 1 : 0;
     const int weekday = MondayFirst(f != nullptr ? static_cast<uint16_t>(f->tm_wday + 1) : 0);
-    const int firstWeekday = MondayFirst(WeekdayOf(year, 1, 1));
+    const int firstWeekday = MondayFirst(WeekdayOf(year, false));
     int week = (dayOfYear + firstWeekday - weekday + 7) / 7;
     if (firstWeekday >= 5)  // 1 January on Friday to Sunday belongs to the year before
         --week;
     if (week != 0)
         return static_cast<uint16_t>(week);
     const uint16_t before = static_cast<uint16_t>(year - 1);
-    const int firstBefore = MondayFirst(WeekdayOf(before, 1, 1));
-    const int lastBefore = MondayFirst(WeekdayOf(before, 12, 31));
+    const int firstBefore = MondayFirst(WeekdayOf(before, false));
+    const int lastBefore = MondayFirst(WeekdayOf(before, true));
     return firstBefore <= 4 && lastBefore >= 4 ? 53 : 52;
 }
