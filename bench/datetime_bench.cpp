@@ -173,9 +173,12 @@ void MoneyAdd_limit(benchmark::State& state) {
 
 void MoneyMulDiv_gvlib(benchmark::State& state) {
     CGVMoney amount(1234.56);
+    int32_t factor = 3, divisor = 7;
     for (auto _ : state) {
-        std::unique_ptr<CGVMoney> product(&(amount * 3));
-        std::unique_ptr<CGVMoney> quotient(&(*product / 7));
+        benchmark::DoNotOptimize(factor);
+        benchmark::DoNotOptimize(divisor);
+        std::unique_ptr<CGVMoney> product(&(amount * factor));
+        std::unique_ptr<CGVMoney> quotient(&(*product / divisor));
         benchmark::DoNotOptimize(quotient->mGetFractionalAmount());
         benchmark::DoNotOptimize(amount);
     }
@@ -183,9 +186,12 @@ void MoneyMulDiv_gvlib(benchmark::State& state) {
 
 void MoneyMulDiv_peer(benchmark::State& state) {
     PeerMoney amount(123456);
+    int64_t factor = 3, divisor = 7;  // the library's operands arrive at run time
     for (auto _ : state) {
-        auto product = std::make_unique<PeerMoney>(amount.hundredths * 3);
-        auto quotient = std::make_unique<PeerMoney>(product->hundredths / 7);
+        benchmark::DoNotOptimize(factor);
+        benchmark::DoNotOptimize(divisor);
+        auto product = std::make_unique<PeerMoney>(amount.hundredths * factor);
+        auto quotient = std::make_unique<PeerMoney>(product->hundredths / divisor);
         benchmark::DoNotOptimize(quotient->hundredths % 100);
         benchmark::DoNotOptimize(amount);
     }
@@ -193,11 +199,14 @@ void MoneyMulDiv_peer(benchmark::State& state) {
 
 void MoneyMulDiv_limit(benchmark::State& state) {
     Fields amount{1234, 56};
+    int32_t factor = 3, divisor = 7;
     benchmark::DoNotOptimize(amount);
     for (auto _ : state) {
-        const int32_t f = amount.fraction * 3;
-        auto* product = new Fields{amount.whole * 3 + f / 100, f % 100};
-        const int32_t q = (product->whole * 100 + product->fraction) / 7;
+        benchmark::DoNotOptimize(factor);
+        benchmark::DoNotOptimize(divisor);
+        const int32_t f = amount.fraction * factor;
+        auto* product = new Fields{amount.whole * factor + f / 100, f % 100};
+        const int32_t q = (product->whole * 100 + product->fraction) / divisor;
         auto* quotient = new Fields{q / 100, q % 100};
         benchmark::DoNotOptimize(quotient->fraction);
         delete product;
