@@ -6,6 +6,8 @@
 #include <ctime>
 #include <memory>
 
+#include <unistd.h>
+
 #include "gvlib/datetime/GVDate.h"
 #include "gvlib/datetime/GVMoney.h"
 
@@ -40,6 +42,27 @@ void Getters_peer(benchmark::State& state) {
         t += 3601;
         benchmark::DoNotOptimize(fields.tm_year + fields.tm_mon + fields.tm_mday + fields.tm_hour + fields.tm_min +
                                  fields.tm_sec);
+    }
+}
+
+// The least the contract forces: one conversion per new value, and per
+// getter a check that the TZ entry of the environment is the one seen last
+// plus a field read.
+void Getters_limit(benchmark::State& state) {
+    time_t t = kStart;
+    char* const* const env = environ;
+    const char* const entry = std::getenv("TZ");
+    for (auto _ : state) {
+        std::tm fields;
+        localtime_r(&t, &fields);
+        t += 3601;
+        int sum = 0;
+        for (int field : {fields.tm_year, fields.tm_mon, fields.tm_mday, fields.tm_hour, fields.tm_min,
+                          fields.tm_sec}) {
+            benchmark::DoNotOptimize(environ == env && entry != nullptr && entry[0] == 'U');
+            sum += field;
+        }
+        benchmark::DoNotOptimize(sum);
     }
 }
 
@@ -97,39 +120,98 @@ void WeekOf_peer(benchmark::State& state) {
     }
 }
 
+// The library's arithmetic returns each result as a new heap object that the
+// caller owns; the peer is what a C++ user writes for the same contract: a
+// polymorphic amount in hundredths, each result from std::make_unique.
+struct PeerMoney {
+    explicit PeerMoney(int64_t h) : hundredths(h) {}
+    virtual ~PeerMoney() = default;
+    int64_t hundredths;
+};
+
+// The least the contract forces: one allocation of the two 32-bit fields and
+// the carry arithmetic on them.
+struct Fields {
+    int32_t whole;
+    int32_t fraction;
+};
+
 void MoneyAdd_gvlib(benchmark::State& state) {
-    CGVMoney total(0.0);
+    CGVMoney total(1234.56);
     CGVMoney step(12.34);
     for (auto _ : state) {
-        total += step;
-        benchmark::DoNotOptimize(total.mGetWholeAmount());
+        std::unique_ptr<CGVMoney> sum(&(total + step));
+        benchmark::DoNotOptimize(sum->mGetWholeAmount());
+        benchmark::DoNotOptimize(total);
     }
 }
 
 void MoneyAdd_peer(benchmark::State& state) {
-    int64_t total = 0;
-    int64_t step = 1234;
+    PeerMoney total(123456);
+    PeerMoney step(1234);
     for (auto _ : state) {
-        total += step;
+        auto sum = std::make_unique<PeerMoney>(total.hundredths + step.hundredths);
+        benchmark::DoNotOptimize(sum->hundredths);
+        benchmark::DoNotOptimize(total);
+    }
+}
+
+void MoneyAdd_limit(benchmark::State& state) {
+    Fields total{1234, 56};
+    Fields step{12, 34};
+    for (auto _ : state) {
+        auto* sum = new Fields{total.whole + step.whole, total.fraction + step.fraction};
+        if (sum->fraction >= 100) {
+            ++sum->whole;
+            sum->fraction -= 100;
+        }
+        benchmark::DoNotOptimize(sum->whole);
+        delete sum;
         benchmark::DoNotOptimize(total);
     }
 }
 
 void MoneyMulDiv_gvlib(benchmark::State& state) {
     CGVMoney amount(1234.56);
+    int32_t factor = 3, divisor = 7;
     for (auto _ : state) {
-        std::unique_ptr<CGVMoney> product(&(amount * 3));
-        std::unique_ptr<CGVMoney> quotient(&(*product / 7));
+        benchmark::DoNotOptimize(factor);
+        benchmark::DoNotOptimize(divisor);
+        std::unique_ptr<CGVMoney> product(&(amount * factor));
+        std::unique_ptr<CGVMoney> quotient(&(*product / divisor));
         benchmark::DoNotOptimize(quotient->mGetFractionalAmount());
+        benchmark::DoNotOptimize(amount);
     }
 }
 
 void MoneyMulDiv_peer(benchmark::State& state) {
-    int64_t amount = 123456;
+    PeerMoney amount(123456);
+    int64_t factor = 3, divisor = 7;  // the library's operands arrive at run time
     for (auto _ : state) {
+        benchmark::DoNotOptimize(factor);
+        benchmark::DoNotOptimize(divisor);
+        auto product = std::make_unique<PeerMoney>(amount.hundredths * factor);
+        auto quotient = std::make_unique<PeerMoney>(product->hundredths / divisor);
+        benchmark::DoNotOptimize(quotient->hundredths % 100);
         benchmark::DoNotOptimize(amount);
-        int64_t product = amount * 3;
-        benchmark::DoNotOptimize(product / 7);
+    }
+}
+
+void MoneyMulDiv_limit(benchmark::State& state) {
+    Fields amount{1234, 56};
+    int32_t factor = 3, divisor = 7;
+    benchmark::DoNotOptimize(amount);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(factor);
+        benchmark::DoNotOptimize(divisor);
+        const int32_t f = amount.fraction * factor;
+        auto* product = new Fields{amount.whole * factor + f / 100, f % 100};
+        const int32_t q = (product->whole * 100 + product->fraction) / divisor;
+        auto* quotient = new Fields{q / 100, q % 100};
+        benchmark::DoNotOptimize(quotient->fraction);
+        delete product;
+        delete quotient;
+        benchmark::DoNotOptimize(amount);
     }
 }
 
@@ -137,11 +219,14 @@ void MoneyMulDiv_peer(benchmark::State& state) {
 
 BENCHMARK(Getters_gvlib)->Name("DateGetters/gvlib");
 BENCHMARK(Getters_peer)->Name("DateGetters/peer");
+BENCHMARK(Getters_limit)->Name("DateGetters/limit");
 BENCHMARK(SetDay_gvlib)->Name("DateSetDay/gvlib");
 BENCHMARK(SetDay_peer)->Name("DateSetDay/peer");
 BENCHMARK(WeekOf_gvlib)->Name("WeekOf/gvlib");
 BENCHMARK(WeekOf_peer)->Name("WeekOf/peer");
 BENCHMARK(MoneyAdd_gvlib)->Name("MoneyAdd/gvlib");
 BENCHMARK(MoneyAdd_peer)->Name("MoneyAdd/peer");
+BENCHMARK(MoneyAdd_limit)->Name("MoneyAdd/limit");
 BENCHMARK(MoneyMulDiv_gvlib)->Name("MoneyMulDiv/gvlib");
 BENCHMARK(MoneyMulDiv_peer)->Name("MoneyMulDiv/peer");
+BENCHMARK(MoneyMulDiv_limit)->Name("MoneyMulDiv/limit");

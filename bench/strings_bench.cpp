@@ -6,6 +6,8 @@
 #include <unicode/ustring.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <random>
 #include <string>
@@ -49,6 +51,19 @@ void CopyModify_peer(benchmark::State& state) {
     }
 }
 
+// The least a modified copy needs: one block, one copy of the text, one free.
+void CopyModify_limit(benchmark::State& state) {
+    const size_t n = static_cast<size_t>(state.range(0));
+    std::string source(n, 'x');
+    for (auto _ : state) {
+        char* copy = static_cast<char*>(std::malloc(n + 1));
+        std::memcpy(copy, source.c_str(), n + 1);
+        copy[0] = 'y';
+        benchmark::DoNotOptimize(copy);
+        std::free(copy);
+    }
+}
+
 void Append_gvlib(benchmark::State& state) {
     for (auto _ : state) {
         CGVString s;
@@ -64,6 +79,23 @@ void Append_peer(benchmark::State& state) {
         for (int64_t i = 0; i < state.range(0); ++i)
             s += 'x';
         benchmark::DoNotOptimize(s.data());
+    }
+}
+
+// The least appending needs: a byte stored and a terminator kept per call,
+// and a block that doubles with realloc.
+void Append_limit(benchmark::State& state) {
+    for (auto _ : state) {
+        size_t capacity = 8, length = 0;
+        char* text = static_cast<char*>(std::malloc(capacity + 1));
+        for (int64_t i = 0; i < state.range(0); ++i) {
+            if (length == capacity)
+                text = static_cast<char*>(std::realloc(text, (capacity *= 2) + 1));
+            text[length++] = 'x';
+            text[length] = '\0';
+        }
+        benchmark::DoNotOptimize(text);
+        std::free(text);
     }
 }
 
@@ -153,8 +185,10 @@ BENCHMARK(Copy_gvlib)->Name("Copy/gvlib")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(Copy_peer)->Name("Copy/peer")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(CopyModify_gvlib)->Name("CopyModify/gvlib")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(CopyModify_peer)->Name("CopyModify/peer")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(CopyModify_limit)->Name("CopyModify/limit")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(Append_gvlib)->Name("AppendChar/gvlib")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(Append_peer)->Name("AppendChar/peer")->Arg(1 << 10)->Arg(1 << 20);
+BENCHMARK(Append_limit)->Name("AppendChar/limit")->Arg(1 << 10)->Arg(1 << 20);
 BENCHMARK(Compare1033_gvlib)->Name("Compare1033/gvlib");
 BENCHMARK(Compare1033_peer)->Name("Compare1033/peer");
 BENCHMARK(Compare1033_limit)->Name("Compare1033/limit");

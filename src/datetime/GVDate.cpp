@@ -3,6 +3,8 @@
 
 #include <ctime>
 
+#include "platform/crt_time.h"
+
 namespace {
 
 __time32_t MakeLocal(int year, int month, int day, int hour, int minute, int second) {
@@ -67,46 +69,44 @@ int CGVDate::operator>=(CGVDate const& other) const { return DayNumber() >= othe
 int CGVDate::operator==(int32_t day) const { return DayNumber() == day; }
 
 bool CGVDate::LocalFields(std::tm& fields) const {
-    const std::tm* local = _localtime32(&timeValue);
+    const std::tm* local = gvplatform::detail::LocalFieldsOf(timeValue);
     if (local == nullptr)
         return false;
     fields = *local;
     return true;
 }
 
+namespace {
+
+// A getter reads its one field straight from the remembered conversion.
+template <typename Read>
+uint16_t Field(__time32_t t, Read read) {
+    const std::tm* f = gvplatform::detail::LocalFieldsOf(t);
+    return f != nullptr ? static_cast<uint16_t>(read(*f)) : 0;
+}
+
+}  // namespace
+
 uint16_t CGVDate::mGetYear() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_year + 1900) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_year + 1900; });
 }
-
 uint16_t CGVDate::mGetMonth() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_mon + 1) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_mon + 1; });
 }
-
 uint16_t CGVDate::mGetDay() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_mday) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_mday; });
 }
-
 uint16_t CGVDate::mGetDayOfWeek() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_wday + 1) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_wday + 1; });
 }
-
 uint16_t CGVDate::mGetHour() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_hour) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_hour; });
 }
-
 uint16_t CGVDate::mGetMinute() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_min) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_min; });
 }
-
 uint16_t CGVDate::mGetSecond() const {
-    std::tm f;
-    return LocalFields(f) ? static_cast<uint16_t>(f.tm_sec) : 0;
+    return Field(timeValue, [](std::tm const& f) { return f.tm_sec; });
 }
 
 // The daylight-saving flag of the conversion is passed on unchanged, so a

@@ -1,6 +1,8 @@
 // CGVDate's calendar functions and week of the year.
 #include "gvlib/datetime/GVDate.h"
 
+#include "platform/crt_time.h"
+
 namespace {
 
 const uint16_t kDaysCommon[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
@@ -8,6 +10,23 @@ const uint16_t kDaysLeap[12] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 
 // Monday = 1 ... Sunday = 7 from the getter's Sunday = 1 ... Saturday = 7.
 int MondayFirst(uint16_t dayOfWeek) { return dayOfWeek == 1 ? 7 : dayOfWeek - 1; }
+
+// Days from 1970-01-01 to 1 January of `year`, for 1970 to 2099, where every
+// fourth year from 1972 is a leap year (2000 included).
+int32_t DaysToNewYear(int32_t year) { return 365 * (year - 1970) + (year - 1969) / 4; }
+
+// The getter's weekday of CGVDate(year, 1, 1) or CGVDate(year, 12, 31). From
+// 1971 to 2037 the instant 00:00:01 local of any day lies inside the 32-bit
+// range whatever the zone's offset, so the weekday is the calendar's and needs
+// no conversion; nearer the ends the date is built, and may fail (0), as the
+// original's did.
+uint16_t WeekdayOf(uint16_t year, bool lastDay) {
+    if (year >= 1971 && year <= 2037) {
+        const int32_t days = lastDay ? DaysToNewYear(year + 1) - 1 : DaysToNewYear(year);
+        return static_cast<uint16_t>((days + 4) % 7 + 1);  // 1970-01-01 was a Thursday
+    }
+    return lastDay ? CGVDate(year, 12, 31).mGetDayOfWeek() : CGVDate(year, 1, 1).mGetDayOfWeek();
+}
 
 }  // namespace
 
@@ -22,20 +41,23 @@ uint16_t CGVDate::mDaysInMonth(uint16_t month, uint16_t year) {
     return (mIsLeapYear(year) ? kDaysLeap : kDaysCommon)[month - 1];
 }
 
+// One conversion gives every field the week needs: the day of the year is the
+// day plus the lengths of the months before it, which is the runtime's own
+// day of the year. A date that cannot be converted computes with the getters'
+// zeros.
 uint16_t CGVDate::mWeekOf() {
-    const uint16_t year = mGetYear();
-    int dayOfYear = mGetDay();
-    for (uint16_t i = 1; i + 1 <= mGetMonth(); ++i)
-        dayOfYear += mDaysInMonth(i, year);
-    const int firstWeekday = MondayFirst(CGVDate(year, 1, 1).mGetDayOfWeek());
-    const int weekday = MondayFirst(mGetDayOfWeek());
+    const std::tm* f = gvplatform::detail::LocalFieldsOf(timeValue);
+    const uint16_t year = f != nullptr ? static_cast<uint16_t>(f->tm_year + 1900) : 0;
+    const int dayOfYear = f != nullptr ? f->tm_yday + 1 : 0;
+    const int weekday = MondayFirst(f != nullptr ? static_cast<uint16_t>(f->tm_wday + 1) : 0);
+    const int firstWeekday = MondayFirst(WeekdayOf(year, false));
     int week = (dayOfYear + firstWeekday - weekday + 7) / 7;
     if (firstWeekday >= 5)  // 1 January on Friday to Sunday belongs to the year before
         --week;
     if (week != 0)
         return static_cast<uint16_t>(week);
     const uint16_t before = static_cast<uint16_t>(year - 1);
-    const int firstBefore = MondayFirst(CGVDate(before, 1, 1).mGetDayOfWeek());
-    const int lastBefore = MondayFirst(CGVDate(before, 12, 31).mGetDayOfWeek());
+    const int firstBefore = MondayFirst(WeekdayOf(before, false));
+    const int lastBefore = MondayFirst(WeekdayOf(before, true));
     return firstBefore <= 4 && lastBefore >= 4 ? 53 : 52;
 }

@@ -1,7 +1,6 @@
 // CGVMoney: the amount, its arithmetic and comparisons.
 #include "gvlib/datetime/GVMoney.h"
 
-#include <cmath>
 #include <cstdint>
 
 namespace {
@@ -60,81 +59,72 @@ int32_t CGVMoney::mSetFractionalAmount(int32_t fraction) {
     return fraction;
 }
 
-// One carry of 100 at most, and none for a negative sum of hundredths.
-CGVMoney& CGVMoney::operator+(CGVMoney const& other) {
-    CGVMoney* result = new CGVMoney;
-    const int32_t sum = Wrap(int64_t{fractionalAmount} + other.fractionalAmount);
-    const int32_t whole = Wrap(int64_t{wholeAmount} + other.wholeAmount);
-    if (sum < 100) {
-        result->wholeAmount = whole;
-        result->fractionalAmount = sum;
-    } else {
-        result->wholeAmount = Wrap(int64_t{whole} + 1);
-        result->fractionalAmount = sum - 100;
-    }
-    return *result;
-}
-
-CGVMoney& CGVMoney::operator-(CGVMoney const& other) {
-    CGVMoney* result = new CGVMoney;
-    const int32_t whole = Wrap(int64_t{wholeAmount} - other.wholeAmount);
-    const int32_t fraction = Wrap(int64_t{fractionalAmount} - other.fractionalAmount);
-    if (other.fractionalAmount <= fractionalAmount) {
-        result->wholeAmount = whole;
-        result->fractionalAmount = fraction;
-    } else {
-        result->wholeAmount = Wrap(int64_t{whole} - 1);
-        result->fractionalAmount = Wrap(int64_t{fraction} + 100);
-    }
-    return *result;
-}
-
-CGVMoney& CGVMoney::operator*(int32_t factor) {
-    CGVMoney* result = new CGVMoney;
-    const int32_t f = Wrap(int64_t{fractionalAmount} * factor);
-    const int32_t carry = f / 100;
-    result->fractionalAmount = f - carry * 100;
-    result->wholeAmount = Wrap(int64_t{Wrap(int64_t{wholeAmount} * factor)} + carry);
-    return *result;
-}
-
-CGVMoney& CGVMoney::operator/(int32_t divisor) {
-    const int32_t total = Wrap(int64_t{wholeAmount} * 100 + fractionalAmount);
-    // Outside the contract: division by 0 and INT32_MIN / -1, which traps on x86.
-    if (divisor == 0 || (total == INT32_MIN && divisor == -1))
-        return *new CGVMoney(*this);
-    CGVMoney* result = new CGVMoney;
-    const int32_t q = total / divisor;
-    result->fractionalAmount = static_cast<int32_t>(std::fmod(q, 100.0));
-    result->wholeAmount = q / 100;
-    return *result;
-}
-
-// The compound forms take the value of the binary form and free its result.
 namespace {
 
-template <typename Op>
-CGVMoney& Assign(CGVMoney& self, Op op) {
-    CGVMoney& result = op();
-    self = result;
-    delete &result;
-    return self;
+// The arithmetic on the two fields, shared by the binary operators (which put
+// the answer into a new heap object) and the compound ones (which store it in
+// place and need no allocation).
+struct Amount {
+    int32_t whole;
+    int32_t fraction;
+};
+
+Amount Of(CGVMoney const& m) { return {m.mGetWholeAmount(), m.mGetFractionalAmount()}; }
+
+CGVMoney& Store(CGVMoney& m, Amount a) {
+    m.mSetWholeAmount(a.whole);
+    m.mSetFractionalAmount(a.fraction);
+    return m;
+}
+
+CGVMoney& NewMoney(Amount a) { return Store(*new CGVMoney, a); }
+
+// One carry of 100 at most, and none for a negative sum of hundredths.
+Amount Sum(Amount a, Amount b) {
+    const int32_t sum = Wrap(int64_t{a.fraction} + b.fraction);
+    const int32_t whole = Wrap(int64_t{a.whole} + b.whole);
+    if (sum < 100)
+        return {whole, sum};
+    return {Wrap(int64_t{whole} + 1), sum - 100};
+}
+
+Amount Difference(Amount a, Amount b) {
+    const int32_t whole = Wrap(int64_t{a.whole} - b.whole);
+    const int32_t fraction = Wrap(int64_t{a.fraction} - b.fraction);
+    if (b.fraction <= a.fraction)
+        return {whole, fraction};
+    return {Wrap(int64_t{whole} - 1), Wrap(int64_t{fraction} + 100)};
+}
+
+Amount Product(Amount a, int32_t factor) {
+    const int32_t f = Wrap(int64_t{a.fraction} * factor);
+    const int32_t carry = f / 100;
+    return {Wrap(int64_t{Wrap(int64_t{a.whole} * factor)} + carry), f - carry * 100};
+}
+
+Amount Quotient(Amount a, int32_t divisor) {
+    const int32_t total = Wrap(int64_t{a.whole} * 100 + a.fraction);
+    // Outside the contract: division by 0 and INT32_MIN / -1, which traps on
+    // x86; the amount is answered unchanged.
+    if (divisor == 0 || (total == INT32_MIN && divisor == -1))
+        return a;
+    const int32_t q = total / divisor;
+    // The original took fmod(q, 100.0); on a 32-bit integer that is exactly the
+    // remainder, sign included, without the library call.
+    return {q / 100, q % 100};
 }
 
 }  // namespace
 
-CGVMoney& CGVMoney::operator+=(CGVMoney const& other) {
-    return Assign(*this, [&]() -> CGVMoney& { return *this + other; });
-}
-CGVMoney& CGVMoney::operator-=(CGVMoney const& other) {
-    return Assign(*this, [&]() -> CGVMoney& { return *this - other; });
-}
-CGVMoney& CGVMoney::operator*=(int32_t factor) {
-    return Assign(*this, [&]() -> CGVMoney& { return *this * factor; });
-}
-CGVMoney& CGVMoney::operator/=(int32_t divisor) {
-    return Assign(*this, [&]() -> CGVMoney& { return *this / divisor; });
-}
+CGVMoney& CGVMoney::operator+(CGVMoney const& other) { return NewMoney(Sum(Of(*this), Of(other))); }
+CGVMoney& CGVMoney::operator-(CGVMoney const& other) { return NewMoney(Difference(Of(*this), Of(other))); }
+CGVMoney& CGVMoney::operator*(int32_t factor) { return NewMoney(Product(Of(*this), factor)); }
+CGVMoney& CGVMoney::operator/(int32_t divisor) { return NewMoney(Quotient(Of(*this), divisor)); }
+
+CGVMoney& CGVMoney::operator+=(CGVMoney const& other) { return Store(*this, Sum(Of(*this), Of(other))); }
+CGVMoney& CGVMoney::operator-=(CGVMoney const& other) { return Store(*this, Difference(Of(*this), Of(other))); }
+CGVMoney& CGVMoney::operator*=(int32_t factor) { return Store(*this, Product(Of(*this), factor)); }
+CGVMoney& CGVMoney::operator/=(int32_t divisor) { return Store(*this, Quotient(Of(*this), divisor)); }
 
 int CGVMoney::operator==(CGVMoney const& other) { return mGetAmount() == other.mGetAmount(); }
 int CGVMoney::operator!=(CGVMoney const& other) { return mGetAmount() != other.mGetAmount(); }

@@ -98,8 +98,48 @@ CGVPath CGVPath::GetParentDirectory() {
 
 // ---- Joining ----------------------------------------------------------------------------
 
+namespace {
+
+// Whether p points into the text of s (a tail taken from the path itself).
+bool Inside(CGVString const& s, char const* p) {
+    return p >= s.GetString() && p <= s.GetString() + s.GetLength();
+}
+
+// The common join (the path's own delimiter, no white space trimmed) is done
+// in place: trailing delimiters cut, leading ones of the tail skipped, and the
+// joint and the rest appended, with no temporary strings. The result is that
+// of the general form below.
+bool AppendInPlace(CGVPath& path, char const* tail) {
+    if (tail != nullptr && Inside(path, tail))
+        return false;
+    char const* text = path.GetString();
+    int end = path.GetLength();
+    char joint = CGVPath::CHAR_PATH_DELIMITER;
+    for (int i = end - 1; i >= 0; --i) {
+        if (IsDelimiter(text[i])) {
+            joint = text[i] == CGVPath::CHAR_UNIX_DELIMITER ? CGVPath::CHAR_UNIX_DELIMITER : CGVPath::CHAR_PATH_DELIMITER;
+            break;
+        }
+    }
+    while (end > 0 && IsDelimiter(text[end - 1]))
+        --end;
+    if (end < path.GetLength())
+        path.Truncate(end);
+    if (tail == nullptr)
+        tail = "";
+    while (IsDelimiter(*tail))
+        ++tail;
+    path.AppendChar(joint);
+    path.Append(tail, static_cast<int>(std::strlen(tail)));
+    return true;
+}
+
+}  // namespace
+
 void CGVPath::AppendPath(char const* tail, char delimiter, int whitespace) {
     if (IsEmpty())
+        return;
+    if (delimiter == '\0' && whitespace == 0 && AppendInPlace(*this, tail))
         return;
     CGVString joint = FILE_PATH_DELIMITER;
     if (delimiter != '\0') {

@@ -10,17 +10,21 @@ void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
     // GetVolume is not const; it reads a copy.
     volume = CGVPath(*this).GetVolume();
     parts.mClear();
+    char const* text = GetString();
     int length = GetLength();
     int i = volume.GetLength();
+    CGVString part;
     while (i < length) {
         // Runs of delimiters, leading or trailing, make no empty parts.
-        while (i < length && IsDelimiter(GetAt(i)))
+        while (i < length && IsDelimiter(text[i]))
             ++i;
         int start = i;
-        while (i < length && !IsDelimiter(GetAt(i)))
+        while (i < length && !IsDelimiter(text[i]))
             ++i;
         if (i > start) {
-            CGVString part = Mid(start, i - start);
+            // What Mid gives, without its temporaries: the piece up to an
+            // embedded NUL, if it holds one.
+            part.SetString(text + start, static_cast<int>(strnlen(text + start, static_cast<size_t>(i - start))));
             parts.mAdd(&part);
         }
     }

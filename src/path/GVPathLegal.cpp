@@ -22,6 +22,10 @@ constexpr int kShortBaseLength = 8;
 // keep everything.
 int KeepCount(uint32_t limit) { return limit > 0x7FFFFFFFu ? 0x7FFFFFFF : static_cast<int>(limit); }
 
+// GetVolumeMaxExtension from a maximum component already asked for, which
+// spares a second volume query.
+uint32_t MaxExtensionFor(uint32_t maxComponent) { return maxComponent < 260 ? 3 : 256; }
+
 }  // namespace
 
 CGVString CGVPath::GetBadPathCharacters(int longNames) const {
@@ -125,7 +129,7 @@ void CGVPath::PrivateMakeLegal(uint32_t maxComponent, uint32_t maxExtension) {
 int CGVPath::MakeLegalName(char const* directory) {
     CGVPath folder(directory);
     uint32_t maxComponent = folder.GetVolumeMaxComponent();
-    uint32_t maxExtension = folder.GetVolumeMaxExtension();
+    uint32_t maxExtension = MaxExtensionFor(maxComponent);
     TrimCharacters(GetBadNameCharacters(maxComponent > 12), 1);
     PrivateMakeLegal(maxComponent, maxExtension);
     // What the directory and the delimiter that joins them leave of the 260.
@@ -149,7 +153,7 @@ int CGVPath::MakeLegalPath() {
     CGVStringArray parts;
     Explode(volume, parts);
     uint32_t maxComponent = volume.GetVolumeMaxComponent();
-    uint32_t maxExtension = volume.GetVolumeMaxExtension();
+    uint32_t maxExtension = MaxExtensionFor(maxComponent);
     CGVString bad = GetBadNameCharacters(maxComponent > 12);
     for (int32_t i = 0; i < parts.mGetNumItems(); ++i) {
         CGVString text;

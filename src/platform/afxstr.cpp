@@ -73,7 +73,11 @@ void CStringT<char>::Release() noexcept {
     Data* p = GetData();
     if (IsNil(p))
         return;
-    if (p->nRefs.load() == kLocked || p->nRefs.fetch_sub(1) == 1)
+    // A block with one owner cannot gain another while it is being released
+    // (that would need this very object), so the sole owner frees it without
+    // the locked decrement, which costs as much as a small copy.
+    const int32_t refs = p->nRefs.load(std::memory_order_acquire);
+    if (refs == kLocked || refs == 1 || p->nRefs.fetch_sub(1, std::memory_order_acq_rel) == 1)
         Free(p);
 }
 
@@ -224,8 +228,9 @@ CStringT<char>::PXSTR CStringT<char>::PrepareWrite(int nLength) {
     if (IsNil(pOld) || refs > 1) {
         Fork(nLength);
     } else if (pOld->nAllocLength < nLength) {
-        // Grow by half again so that repeated appends stay linear.
-        int64_t nNew = static_cast<int64_t>(pOld->nAllocLength) * 3 / 2;
+        // Double, so that repeated appends stay linear and copy each byte
+        // about once, as std::string does.
+        int64_t nNew = static_cast<int64_t>(pOld->nAllocLength) * 2;
         if (nNew < nLength)
             nNew = nLength;
         if (nNew > kMaxLength)

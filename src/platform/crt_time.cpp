@@ -4,6 +4,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "platform/crt_time.h"
+
+extern char** environ;
+
 namespace {
 
 bool InRange(int64_t t) { return t >= 0 && t <= _MAX__TIME32_T; }
@@ -11,10 +15,67 @@ bool InRange(int64_t t) { return t >= 0 && t <= _MAX__TIME32_T; }
 // The original runtime handed out one block per thread; callers copy it.
 thread_local std::tm g_block;
 
-// The time zone is read again on every call, and conversions are costly: a
-// date asks for its fields once per getter. A few recent answers are kept per
-// thread, keyed by the value and by the TZ text they were made under, so a
-// changed TZ is never answered from the memory of another.
+// The time zone must be read again on every conversion (a host may change TZ
+// at any time), yet a getenv scan costs more than the field read a getter
+// wants. The environment entry that held TZ last time is remembered: while the
+// environment array, that entry's pointer and its text are all unchanged, TZ
+// is what it was. setenv and putenv replace the entry's pointer, unsetenv
+// shifts the entries, and growing the array moves it; each of these sends us
+// back to getenv.
+class ZoneWatch {
+public:
+    // True when the zone differs from the one of the last call.
+    bool Changed() {
+        if (entry_ != nullptr && environ == env_ && env_[index_] == entry_ && SameText())
+            return false;
+        return Reread();
+    }
+
+private:
+    // Zone texts are a few bytes; an inline loop beats a call to strcmp.
+    bool SameText() const {
+        const char* a = entry_;
+        const char* b = text_.c_str();
+        for (; *a == *b; ++a, ++b)
+            if (*a == '\0')
+                return true;
+        return false;
+    }
+
+    bool Reread() {
+        const char* tz = std::getenv("TZ");
+        const bool changed = !known_ || set_ != (tz != nullptr) || (tz != nullptr && text_.compare(3, std::string::npos, tz) != 0);
+        known_ = true;
+        set_ = tz != nullptr;
+        text_ = std::string("TZ=") + (tz ? tz : "");
+        Locate(tz);
+        return changed;
+    }
+    // Finds the entry getenv answered from; without one (TZ unset, or an
+    // environment built by hand) every call goes back to getenv.
+    void Locate(const char* tz) {
+        entry_ = nullptr;
+        env_ = environ;
+        if (tz == nullptr || env_ == nullptr)
+            return;
+        for (int i = 0; env_[i] != nullptr; ++i) {
+            if (env_[i] + 3 == tz) {
+                index_ = i;
+                entry_ = env_[i];
+                return;
+            }
+        }
+    }
+
+    char** env_ = nullptr;
+    char* entry_ = nullptr;
+    int index_ = 0;
+    bool known_ = false;
+    bool set_ = false;
+    std::string text_;
+};
+
+// A few recent answers, newest first in the search; a changed zone forgets them.
 template <typename Key>
 struct Memo {
     static constexpr int kSize = 4;
@@ -24,31 +85,24 @@ struct Memo {
         std::tm fields{};
         __time32_t value = 0;
     };
-    std::string zone;
-    bool zoneSet = false;
     Entry entries[kSize];
-    int next = 0;
+    int last = 0;
 
-    // Forgets everything when TZ differs from the one the answers were made under.
-    void Check() {
-        const char* tz = std::getenv("TZ");
-        if (zoneSet != (tz != nullptr) || (tz != nullptr && zone != tz)) {
-            for (Entry& e : entries)
-                e.used = false;
-            zoneSet = tz != nullptr;
-            zone = tz ? tz : "";
-            tzset();
-        }
+    void Clear() {
+        for (Entry& e : entries)
+            e.used = false;
     }
     Entry* Find(Key const& key) {
-        for (Entry& e : entries)
-            if (e.used && e.key == key)
-                return &e;
+        if (entries[last].used && entries[last].key == key)  // a date asks for several fields in a row
+            return &entries[last];
+        for (int n = 0, i = last; n < kSize; ++n, i = (i + kSize - 1) % kSize)
+            if (entries[i].used && entries[i].key == key)
+                return &entries[i];
         return nullptr;
     }
     Entry& Slot() {
-        Entry& e = entries[next];
-        next = (next + 1) % kSize;
+        last = (last + 1) % kSize;
+        Entry& e = entries[last];
         e.used = true;
         return e;
     }
@@ -66,10 +120,62 @@ FieldsKey KeyOf(std::tm const& t) {
     return {t.tm_sec, t.tm_min, t.tm_hour, t.tm_mday, t.tm_mon, t.tm_year, t.tm_isdst};
 }
 
-thread_local Memo<__time32_t> g_localMemo;
-thread_local Memo<FieldsKey> g_mktimeMemo;
+// Everything a thread remembers, in one block so a call reaches it once.
+struct TimeState {
+    ZoneWatch zone;
+    uint32_t generation = 0;
+    Memo<__time32_t> local;
+    Memo<FieldsKey> normalised;
+
+    void Check() {
+        if (zone.Changed()) {
+            local.Clear();
+            normalised.Clear();
+            ++generation;
+            tzset();
+        }
+    }
+    void RememberLocal(__time32_t t, std::tm const& fields) {
+        auto& slot = local.Slot();
+        slot.key = t;
+        slot.fields = fields;
+    }
+};
+
+// Initial-exec: the library is linked, not loaded late, and the general
+// dynamic model would cost a __tls_get_addr call on every getter.
+thread_local TimeState g_state __attribute__((tls_model("initial-exec")));
+
+const std::tm* Local(TimeState& state, __time32_t t) {
+    if (auto* e = state.local.Find(t))
+        return &e->fields;
+    std::tm fields;
+    const std::time_t value = t;
+    if (localtime_r(&value, &fields) == nullptr)
+        return nullptr;
+    state.RememberLocal(t, fields);
+    return &state.local.entries[state.local.last].fields;
+}
 
 }  // namespace
+
+namespace gvplatform::detail {
+
+const std::tm* LocalFieldsOf(__time32_t t) {
+    if (!InRange(t))
+        return nullptr;
+    TimeState& state = g_state;
+    state.Check();
+    return Local(state, t);
+}
+
+uint32_t ZoneGeneration() {
+    TimeState& state = g_state;
+    state.Check();
+    return state.generation;
+}
+
+}  // namespace gvplatform::detail
 
 __time32_t _time32(__time32_t* t) {
     const std::time_t now = std::time(nullptr);
@@ -81,19 +187,12 @@ __time32_t _time32(__time32_t* t) {
 }
 
 std::tm* _localtime32(const __time32_t* t) {
-    if (t == nullptr || !InRange(*t))
+    if (t == nullptr)
         return nullptr;
-    g_localMemo.Check();  // a host or test may have changed TZ since the last call
-    if (auto* e = g_localMemo.Find(*t)) {
-        g_block = e->fields;
-        return &g_block;
-    }
-    const std::time_t value = *t;
-    if (localtime_r(&value, &g_block) == nullptr)
+    const std::tm* fields = gvplatform::detail::LocalFieldsOf(*t);
+    if (fields == nullptr)
         return nullptr;
-    auto& slot = g_localMemo.Slot();
-    slot.key = *t;
-    slot.fields = g_block;
+    g_block = *fields;
     return &g_block;
 }
 
@@ -104,12 +203,15 @@ std::tm* _gmtime32(const __time32_t* t) {
     return gmtime_r(&value, &g_block);
 }
 
+// The normalised fields are those of the local conversion of the answer, so a
+// getter that follows a setter finds them remembered.
 __time32_t _mktime32(std::tm* tm) {
     if (tm == nullptr)
         return -1;
-    g_mktimeMemo.Check();
+    TimeState& state = g_state;
+    state.Check();
     const FieldsKey key = KeyOf(*tm);
-    if (auto* e = g_mktimeMemo.Find(key)) {
+    if (auto* e = state.normalised.Find(key)) {
         *tm = e->fields;
         return e->value;
     }
@@ -119,9 +221,11 @@ __time32_t _mktime32(std::tm* tm) {
     if (!InRange(value))
         return -1;
     *tm = work;
-    auto& slot = g_mktimeMemo.Slot();
+    auto& slot = state.normalised.Slot();
     slot.key = key;
     slot.fields = work;
     slot.value = static_cast<__time32_t>(value);
+    if (state.local.Find(slot.value) == nullptr)
+        state.RememberLocal(slot.value, work);
     return slot.value;
 }

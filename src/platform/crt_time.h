@@ -14,3 +14,20 @@ namespace gvplatform::detail {
 std::size_t CrtStrftime(char* buffer, std::size_t size, const char* format, const std::tm* time);
 
 }  // namespace gvplatform::detail
+
+#include <cstdint>
+
+#include "gvlib/platform/crttime.h"
+
+namespace gvplatform::detail {
+
+/// The local broken-down time of t as _localtime32 gives it, without the copy
+/// into the per-thread block; null where _localtime32 answers null. The
+/// pointer stays valid until the thread's next time call.
+const std::tm* LocalFieldsOf(__time32_t t);
+
+/// A number that changes whenever the zone (TZ) differs from the previous
+/// call's; answers that depend on the zone can be remembered under it.
+uint32_t ZoneGeneration();
+
+}  // namespace gvplatform::detail

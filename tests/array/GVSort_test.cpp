@@ -26,16 +26,9 @@ void LoggedSwap(uint32_t i, uint32_t j) {
     std::swap(g_values.at(i), g_values.at(j));
 }
 
-size_t CountOf(char kind) {
-    return static_cast<size_t>(
-        std::count_if(g_calls.begin(), g_calls.end(), [kind](std::string const& c) { return c[0] == kind; }));
-}
-
 std::vector<std::string> Swaps() {
     std::vector<std::string> out;
-    for (auto const& c : g_calls)
-        if (c[0] == 's')
-            out.push_back(c);
+    std::copy_if(g_calls.begin(), g_calls.end(), std::back_inserter(out), [](auto const& c) { return c[0] == 's'; });
     return out;
 }
 
@@ -45,58 +38,39 @@ void Sort(std::vector<int32_t> values) {
     qsortplusplus(static_cast<uint32_t>(g_values.size()), LoggedSwap, LoggedCompare);
 }
 
-// A plain recursive transcription of the sort, as the reference for the call
-// sequence of the library's bounded-stack version.
-namespace reference {
-std::vector<std::string> calls;
-std::vector<int32_t> values;
-int32_t Cmp(uint32_t i, uint32_t j) {
-    calls.push_back("c" + std::to_string(i) + "," + std::to_string(j));
-    return values[i] < values[j] ? -1 : (values[i] > values[j] ? 1 : 0);
+std::vector<int32_t> Steps(int32_t from, int32_t step, uint32_t n) {
+    std::vector<int32_t> out(n);
+    for (auto& v : out)
+        v = (from += step) - step;
+    return out;
 }
-void Swp(uint32_t i, uint32_t j) {
-    calls.push_back("s" + std::to_string(i) + "," + std::to_string(j));
-    std::swap(values[i], values[j]);
-}
-void Range(uint32_t lo, uint32_t hi) { gvtest::ReferenceRange(lo, hi, Cmp, Swp); }
-}  // namespace reference
 
 }  // namespace
 
 TEST(QSortPlusPlus, CallCountsOfTheEdgeCases) {
-    std::vector<int32_t> desc12, asc12, desc11;
-    for (int32_t v = 12; v >= 1; --v) desc12.push_back(v);
-    for (int32_t v = 1; v <= 12; ++v) asc12.push_back(v);
-    for (int32_t v = 11; v >= 1; --v) desc11.push_back(v);
     struct Row {
         const char* name;
         std::vector<int32_t> input;
-        size_t compares;
-        size_t swaps;
-    } rows[] = {
-        {"12 descending", desc12, 47, 6},
-        {"12 ascending", asc12, 43, 0},
-        {"12 equal", std::vector<int32_t>(12, 7), 48, 9},
-        {"11 descending", desc11, 55, 55},
+        size_t compares, swaps;
+    } const rows[] = {
+        {"12 descending", Steps(12, -1, 12), 47, 6},
+        {"12 ascending", Steps(1, 1, 12), 43, 0},
+        {"12 equal", Steps(7, 0, 12), 48, 9},
+        {"11 descending", Steps(11, -1, 11), 55, 55},
+        {"empty", {}, 0, 0},
+        {"one", {5}, 0, 0},
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(row.name);
         Sort(row.input);
-        EXPECT_EQ(row.compares, CountOf('c'));
-        EXPECT_EQ(row.swaps, CountOf('s'));
+        EXPECT_EQ(row.compares, g_calls.size() - Swaps().size());
+        EXPECT_EQ(row.swaps, Swaps().size());
         EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
     }
-    Sort(desc12);
+    Sort(Steps(12, -1, 12));
     EXPECT_EQ((std::vector<std::string>{"s0,11", "s1,10", "s2,9", "s3,8", "s4,7", "s5,6"}), Swaps());
-}
-
-TEST(QSortPlusPlus, WorkedExampleAndTrivialCounts) {
     Sort({3, 1, 2});
     EXPECT_EQ((std::vector<std::string>{"c0,1", "s0,1", "c1,2", "s1,2", "c0,1"}), g_calls);
-    Sort({});
-    EXPECT_TRUE(g_calls.empty());
-    Sort({5});
-    EXPECT_TRUE(g_calls.empty());
 }
 
 TEST(QSortPlusPlus, EmptySortKeepsTheStoredCallbacks) {
@@ -106,20 +80,22 @@ TEST(QSortPlusPlus, EmptySortKeepsTheStoredCallbacks) {
     EXPECT_EQ(&LoggedCompare, GVGetSortCompareProc());
 }
 
+// Against a plain recursive transcription of the steps, call for call.
 TEST(QSortPlusPlus, SequenceMatchesTheRecursiveSort) {
     std::mt19937 rng(4);
     for (int round = 0; round < 300; ++round) {
         size_t n = 1 + rng() % 300;
-        int32_t spread = 1 + static_cast<int32_t>(rng() % 50);  // small spreads give runs of equal values
+        uint32_t spread = 1 + rng() % 50;  // small spreads give runs of equal values
         std::vector<int32_t> input(n);
         for (auto& v : input)
-            v = static_cast<int32_t>(rng() % static_cast<uint32_t>(spread));
+            v = static_cast<int32_t>(rng() % spread);
         SCOPED_TRACE(testing::Message() << "round " << round << " n " << n);
-        reference::values = input;
-        reference::calls.clear();
-        reference::Range(0, static_cast<uint32_t>(n - 1));
+        g_values = input;
+        g_calls.clear();
+        gvtest::ReferenceRange(0, static_cast<uint32_t>(n - 1), LoggedCompare, LoggedSwap);
+        const std::vector<std::string> want = g_calls;
         Sort(input);
-        ASSERT_EQ(reference::calls, g_calls);
+        ASSERT_EQ(want, g_calls);
         EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
     }
 }
@@ -127,12 +103,7 @@ TEST(QSortPlusPlus, SequenceMatchesTheRecursiveSort) {
 TEST(QSortPlusPlus, SortsOrderedReversedAndEqualInputs) {
     for (uint32_t n = 1; n <= 1000; n += (n < 40 ? 1 : 37)) {
         SCOPED_TRACE(n);
-        std::vector<int32_t> up(n), down(n);
-        for (uint32_t k = 0; k < n; ++k) {
-            up[k] = static_cast<int32_t>(k);
-            down[k] = static_cast<int32_t>(n - k);
-        }
-        for (auto const& input : {up, down, std::vector<int32_t>(n, 3)}) {
+        for (auto const& input : {Steps(0, 1, n), Steps(static_cast<int32_t>(n), -1, n), Steps(3, 0, n)}) {
             Sort(input);
             EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
         }

@@ -59,42 +59,31 @@ TEST(Money, TextIsReadAsTheOriginalStrtodReadIt) {
     }
 }
 
+// Each row runs the binary form (a new heap result, the operand unchanged)
+// and the compound form (the same value, in place).
 TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     struct Row {
-        const char* name;
-        CGVMoney& (*op)(CGVMoney&);
         int32_t whole, fraction;
+        char op;
+        int32_t otherWhole, otherFraction, n;
+        int32_t wantWhole, wantFraction;
     } const rows[] = {
-        {"1.50+0.75", [](CGVMoney& a) -> CGVMoney& { return a + Of(0, 75); }, 2, 25},
-        {"1.50-0.75", [](CGVMoney& a) -> CGVMoney& { return a - Of(0, 75); }, 0, 75},
-        {"1.50*3", [](CGVMoney& a) -> CGVMoney& { return a * 3; }, 4, 50},
-        {"1.50/4", [](CGVMoney& a) -> CGVMoney& { return a / 4; }, 0, 37},
-        {"1.50/0", [](CGVMoney& a) -> CGVMoney& { return a / 0; }, 1, 50},
+        {1, 50, '+', 0, 75, 0, 2, 25},   {0, -25, '+', 0, -90, 0, 0, -115}, {1, 50, '-', 0, 75, 0, 0, 75},
+        {1, 20, '-', 0, 10, 0, 1, 10},   {1, 50, '*', 0, 0, 3, 4, 50},      {0, 35, '*', 0, 0, 3, 1, 5},
+        {1, 50, '/', 0, 0, 4, 0, 37},    {1, 50, '/', 0, 0, 0, 1, 50},      {10, 0, '/', 0, 0, 3, 3, 33},
+        {-10, 0, '/', 0, 0, 3, -3, -33}, {-21474836, -48, '/', 0, 0, -1, -21474836, -48},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        CGVMoney a = Of(1, 50);
-        auto result = Own(row.op(a));
-        ExpectParts(row.whole, row.fraction, *result);
-        ExpectParts(1, 50, a);  // the operand is unchanged
+        SCOPED_TRACE(testing::Message() << row.whole << '.' << row.fraction << row.op << row.n);
+        CGVMoney a = Of(row.whole, row.fraction), other = Of(row.otherWhole, row.otherFraction);
+        auto result = Own(row.op == '+' ? a + other : row.op == '-' ? a - other : row.op == '*' ? a * row.n : a / row.n);
+        ExpectParts(row.wantWhole, row.wantFraction, *result);
+        ExpectParts(row.whole, row.fraction, a);
         EXPECT_NE(&a, result.get());
+        CGVMoney& same = row.op == '+' ? a += other : row.op == '-' ? a -= other : row.op == '*' ? a *= row.n : a /= row.n;
+        EXPECT_EQ(&a, &same);
+        ExpectParts(row.wantWhole, row.wantFraction, a);
     }
-    CGVMoney neg = Of(0, -25);
-    ExpectParts(0, -115, *Own(neg + Of(0, -90)));
-    CGVMoney cents = Of(0, 35);
-    ExpectParts(1, 5, *Own(cents * 3));
-    CGVMoney ten = Of(10, 0);
-    ExpectParts(2, 50, *Own(ten / 4));
-    ExpectParts(3, 33, *Own(ten / 3));
-    CGVMoney minusTen = Of(-10, 0);
-    ExpectParts(-3, -33, *Own(minusTen / 3));
-    CGVMoney smallest = Of(-21474836, -48);  // INT32_MIN hundredths
-    ExpectParts(-21474836, -48, *Own(smallest / -1));
-    CGVMoney acc = Of(1, 50);
-    acc += Of(0, 75);
-    acc *= 2;
-    acc /= 0;
-    ExpectParts(4, 50, acc);
 }
 
 TEST(Money, TextFormsAndNumbers) {

@@ -123,6 +123,8 @@ TEST(CGVPathComponents, AppendPathChoosesAndTrimsTheJoint) {
         EXPECT_EQ(row.expected,
                   After(row.path, [&](CGVPath& p) { p.AppendPath(row.tail, row.delimiter, row.whitespace); }));
     }
+    // A tail taken from the path itself is read before the path is cut.
+    EXPECT_EQ("a\\a\\", After("a\\", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }));
     EXPECT_EQ("C:\\", After("C:", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
     EXPECT_EQ("C:/", After("C:\\\\/", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
     EXPECT_EQ("", After("", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));

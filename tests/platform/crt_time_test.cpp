@@ -1,6 +1,8 @@
 // _time32, _localtime32, _gmtime32 and _mktime32 on the 32-bit time value.
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "datetime/time_zone.h"
 #include "gvlib/platform/crttime.h"
 
@@ -74,26 +76,43 @@ TEST(CrtTime, MktimeNormalisesOutOfRangeFields) {
     EXPECT_EQ(0, t.tm_sec);
 }
 
+// Every way a host can change TZ between two calls must be seen by the next
+// conversion, including those that keep the environment array in place.
 TEST(CrtTime, LocalTimeFollowsTzChangedBetweenCalls) {
+    ScopedTimeZone restore("UTC0");
     const __time32_t noon = 1709640000;  // 2024-03-05 12:00 UTC
-    {
-        ScopedTimeZone utc("UTC0");
-        ASSERT_NE(nullptr, _localtime32(&noon));
-        EXPECT_EQ(12, _localtime32(&noon)->tm_hour);
+    static char inPlace[] = "TZ=UTC0";
+    struct Row {
+        const char* how;
+        void (*change)();
+        int hour;
+    } const rows[] = {
+        {"setenv", [] { setenv("TZ", "EST5", 1); }, 7},
+        {"setenv back", [] { setenv("TZ", "UTC0", 1); }, 12},
+        {"unset", [] { unsetenv("TZ"); }, -1},
+        {"putenv", [] { putenv(inPlace); }, 12},
+        {"same buffer rewritten", [] { std::memcpy(inPlace, "TZ=EST5", 8); }, 7},
+        {"another variable added", [] { setenv("GVLIB_CRT_TIME_TEST", "1", 1); setenv("TZ", "CET-1", 1); }, 13},
+        {"earlier variable removed", [] { unsetenv("GVLIB_CRT_TIME_TEST"); setenv("TZ", "MSK-3", 1); }, 15},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.how);
+        row.change();
+        std::tm* fields = _localtime32(&noon);
+        ASSERT_NE(nullptr, fields);
+        if (row.hour >= 0) {
+            EXPECT_EQ(row.hour, fields->tm_hour);
+        }
     }
-    {
-        ScopedTimeZone est("EST5EDT,M3.2.0,M11.1.0");
-        ASSERT_NE(nullptr, _localtime32(&noon));
-        EXPECT_EQ(7, _localtime32(&noon)->tm_hour);
-        const __time32_t summer = 1720440000;  // 2024-07-08 12:00 UTC
-        EXPECT_EQ(8, _localtime32(&summer)->tm_hour);
-        EXPECT_EQ(1, _localtime32(&summer)->tm_isdst);
-        // The same local fields in both seasons, the zone deciding daylight saving.
-        std::tm winter = Fields(2024, 1, 10, 9, 0, 0);
-        std::tm june = Fields(2024, 6, 10, 9, 0, 0);
-        EXPECT_EQ(1704895200, _mktime32(&winter));
-        EXPECT_EQ(1718024400, _mktime32(&june));
-    }
+    ScopedTimeZone est("EST5EDT,M3.2.0,M11.1.0");
+    const __time32_t summer = 1720440000;  // 2024-07-08 12:00 UTC
+    EXPECT_EQ(8, _localtime32(&summer)->tm_hour);
+    EXPECT_EQ(1, _localtime32(&summer)->tm_isdst);
+    // The same local fields in both seasons, the zone deciding daylight saving.
+    std::tm winter = Fields(2024, 1, 10, 9, 0, 0);
+    std::tm june = Fields(2024, 6, 10, 9, 0, 0);
+    EXPECT_EQ(1704895200, _mktime32(&winter));
+    EXPECT_EQ(1718024400, _mktime32(&june));
 }
 
 TEST(CrtTime, TimeAnswersTheCurrentInstant) {

@@ -85,11 +85,16 @@ public:
     void Append(const char* psz);
     void Append(const char* pch, int nLength);
     /// Inline for the common case, a block of our own with room to spare.
+    /// Everything is read before the first store: a char store may alias the
+    /// header, and would make the compiler read it all again.
     void AppendChar(char ch) {
+        char* text = m_pszData;
         Data* p = GetData();
-        if (p->nRefs.load(std::memory_order_relaxed) == 1 && p->nDataLength < p->nAllocLength) {
-            m_pszData[p->nDataLength] = ch;
-            m_pszData[++p->nDataLength] = '\0';
+        const int n = p->nDataLength;
+        if (n < p->nAllocLength && p->nRefs.load(std::memory_order_relaxed) == 1) {
+            p->nDataLength = n + 1;
+            text[n] = ch;
+            text[n + 1] = '\0';
             return;
         }
         Append(&ch, 1);
