@@ -21,40 +21,46 @@ std::string VersionText() {
 }
 
 int Fail(std::string const& message, int status) {
-    gvtool::Stdout().Commit();
     std::cerr << "gvtool: " << message << '\n';
     return status;
 }
 
-int Run(CLI::App& app, int argc, char** argv) {
+// Parses and runs the command; what it printed is committed by the caller.
+int Parse(CLI::App& app, int argc, char** argv) {
     try {
         if (std::string unknown = gvtool::UnknownCommand(app, argc, argv); !unknown.empty())
             return Fail(unknown, gvtool::kError);
         app.parse(argc, argv);
-        gvtool::Stdout().Commit();
-    } catch (CLI::CallForHelp const& e) {
-        return app.exit(e);
-    } catch (CLI::CallForAllHelp const& e) {
-        return app.exit(e);
-    } catch (CLI::CallForVersion const& e) {
-        return app.exit(e);
+    } catch (CLI::Success const& e) {
+        // Help and version texts go through the checked writer as well.
+        gvtool::OutputStream out(gvtool::Stdout());
+        app.exit(e, out, std::cerr);
+        return gvtool::kOk;
     } catch (CLI::ParseError const& e) {
         return Fail(std::string(e.what()) + " (see gvtool --help)", gvtool::kError);
     } catch (gvtool::Failure const& f) {
         return Fail(f.message, gvtool::kError);
-    } catch (gvtool::WriteFailure const& f) {
-        std::cerr << "gvtool: " << f.message << '\n';
-        return gvtool::kFalse;
     } catch (CException const& e) {
         return Fail(e.what(), gvtool::kError);
     }
     return gvtool::Result();
 }
 
+int Run(CLI::App& app, int argc, char** argv) {
+    try {
+        int status = Parse(app, argc, argv);
+        gvtool::Stdout().Commit();
+        return status;
+    } catch (gvtool::WriteFailure const& f) {
+        return Fail(f.message, gvtool::kFalse);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     CLI::App app{"gvtool: read, check and convert saved value objects; sort text; work with paths and URLs"};
+    app.name("gvtool");
     app.require_subcommand(1);
     app.set_version_flag("--version", VersionText());
     std::vector<std::string> drives;

@@ -3,6 +3,7 @@
 
 #include <gvlib/gvlib.h>
 
+#include "gvtool/answer.h"
 #include "gvtool/commands.h"
 #include "gvtool/encoding.h"
 #include "gvtool/input.h"
@@ -19,6 +20,7 @@ void AddSort(CLI::App& app) {
     cmd->add_option("--lcid", lcid, "The Windows locale identifier to collate by (1053 Swedish, 1031 German...)")
         ->capture_default_str();
     cmd->add_flag("--reverse", reverse, "Sort in descending order");
+    cmd->add_flag("--json", JsonOutput(), "Print the sorted lines as a JSON array");
     cmd->callback([] {
         std::istringstream lines(ReadInput(file, true));
         CGVStringArray array;
@@ -37,11 +39,13 @@ void AddSort(CLI::App& app) {
         if (probe.mCompare(&probe) == -2)
             throw Failure{"locale " + std::to_string(lcid) + " is not known"};
         array.mSort(reverse ? SORT_DESCENDING : SORT_ASCENDING);
+        std::vector<std::string> sorted;
         for (int32_t i = 0; i < array.mGetNumItems(); ++i) {
             CGVString item;
             array.mGetArrayItem(&item, i);
-            PrintLine(std::string_view(item.GetString(), static_cast<size_t>(item.GetLength())));
+            sorted.emplace_back(item.GetString(), static_cast<size_t>(item.GetLength()));
         }
+        PrintList(sorted);
     });
 }
 

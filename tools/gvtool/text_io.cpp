@@ -20,14 +20,35 @@ std::string TagText(char tag) {
     return buf;
 }
 
-// Where inside an array the damage lies: the items the array holds were read whole.
-std::string ItemOf(CGVObject* obj) {
-    int32_t items = -1;
-    if (auto* s = dynamic_cast<CGVStringArray*>(obj))
-        items = s->mGetNumItems();
-    else if (auto* l = dynamic_cast<CGVLongArray*>(obj))
-        items = l->mGetNumItems();
-    return items < 0 ? std::string() : ", item " + std::to_string(items);
+// An array body read item by item, as the library reads it, but stopping at
+// the first item the stream could not give: the library would go on adding
+// empty items up to the announced count, which hides where the damage lies and
+// lets a damaged count make a huge array. Answers the damaged item's index, or
+// -1 when the whole body was read.
+template <class Array, class Item>
+int32_t ReadItems(std::istream& in, Array& array) {
+    CGVLong count(0);
+    if (!(in >> count))
+        return -1;
+    for (int32_t i = 0; i < count.mGetValue(); ++i) {
+        Item item;
+        if (!(in >> item))
+            return i;
+        array.mAdd(&item);
+    }
+    return -1;
+}
+
+std::unique_ptr<CGVObject> ReadArray(std::istream& in, char tag, int32_t& damagedItem) {
+    in.get();  // the tag
+    if (tag == 'X') {
+        auto array = std::make_unique<CGVStringArray>();
+        damagedItem = ReadItems<CGVStringArray, CGVString>(in, *array);
+        return array;
+    }
+    auto array = std::make_unique<CGVLongArray>();
+    damagedItem = ReadItems<CGVLongArray, CGVLong>(in, *array);
+    return array;
 }
 
 }  // namespace
@@ -47,8 +68,12 @@ std::unique_ptr<CGVObject> TextReader::Next() {
     char tag = static_cast<char>(in_.peek());
     std::string where = "object " + std::to_string(count_) + " (starting at byte " + std::to_string(start) + ")";
     std::unique_ptr<CGVObject> obj;
+    int32_t damagedItem = -1;
     try {
-        obj.reset(CGVObject::mNew(in_));
+        if (tag == 'X' || tag == 'Y')
+            obj = ReadArray(in_, tag, damagedItem);
+        else
+            obj.reset(CGVObject::mNew(in_));
     } catch (CArchiveException const&) {
         throw Failure{"decoding stopped at byte offset " + std::to_string(Offset()) + " in " + where +
                       ": it is truncated or damaged"};
@@ -63,7 +88,8 @@ std::unique_ptr<CGVObject> TextReader::Next() {
     }
     if (in_.fail())
         throw Failure{"decoding stopped at byte offset " + std::to_string(Offset()) + " in " + where + ", a " +
-                      ClassOf(*obj) + ItemOf(obj.get()) + ": truncated or damaged"};
+                      ClassOf(*obj) + (damagedItem < 0 ? "" : ", item " + std::to_string(damagedItem)) +
+                      ": truncated or damaged"};
     ++count_;
     return obj;
 }
