@@ -66,7 +66,13 @@ private:
 void DumpArchive(std::istream& in, std::string const& archiveClass, Printer& printer) {
     std::string bytes(std::istreambuf_iterator<char>(in), {});
     std::unique_ptr<CGVObject> obj(NewOfClass(archiveClass));
-    size_t used = LoadArchive(bytes, *obj);
+    size_t used = 0;
+    try {
+        used = LoadArchive(bytes, *obj);
+    } catch (Failure const& f) {
+        std::string part = DamagedPart(bytes, archiveClass);
+        throw Failure{f.message + (part.empty() ? "" : "; " + part)};
+    }
     printer.Print(*obj);
     if (used < bytes.size())
         throw Failure{"byte offset " + std::to_string(used) + ": " + std::to_string(bytes.size() - used) +
