@@ -45,12 +45,12 @@ private:
 // A line on a terminal's stderr while a long dump runs, so it is not taken for a hang.
 class Progress {
 public:
-    void Tick(size_t objects) {
-        if (!tty_ || (objects & 1023) != 0)
+    bool Wanted() const { return tty_; }
+    void Tick(size_t done) {
+        if (std::chrono::steady_clock::now() - start_ < std::chrono::seconds(1))
             return;
-        auto elapsed = std::chrono::steady_clock::now() - start_;
-        if (elapsed > std::chrono::seconds(1))
-            std::cerr << "\rgvtool: " << objects << " objects" << std::flush, shown_ = true;
+        std::cerr << "\rgvtool: " << done << " read" << std::flush;
+        shown_ = true;
     }
     ~Progress() {
         if (shown_)
@@ -89,10 +89,10 @@ void Dump(std::istream& in, std::string const& archiveClass, bool json, std::ost
         } else {
             TextReader reader(in);
             Progress progress;
-            while (auto obj = reader.Next()) {
+            if (progress.Wanted())
+                reader.OnProgress([&progress](size_t done) { progress.Tick(done); });
+            while (auto obj = reader.Next())
                 printer.Print(*obj);
-                progress.Tick(reader.Count());
-            }
         }
     } catch (Failure const&) {
         printer.Close();

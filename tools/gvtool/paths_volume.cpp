@@ -71,7 +71,7 @@ void AddPathVolumeOps(CLI::App& cmd) {
     unique->add_option("--taken", g_taken, "A name never to use, even if no file has it");
     unique->add_option("--reusable", g_reusable, "A name to accept even if a file has it");
     AddOp(
-        cmd, "relative", "The path relative to the directory BASE (a file name in BASE is ignored only if it ends in a delimiter)",
+        cmd, "relative", "The path relative to the directory BASE",
         [] {
             CGVPath p = Path();
             CGVString relative = p.GetRelativePath(Other().c_str());

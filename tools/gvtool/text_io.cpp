@@ -26,7 +26,7 @@ std::string TagText(char tag) {
 // lets a damaged count make a huge array. Answers the damaged item's index, or
 // -1 when the whole body was read.
 template <class Array, class Item>
-int32_t ReadItems(std::istream& in, Array& array) {
+int32_t ReadItems(std::istream& in, Array& array, std::function<void(size_t)> const& progress) {
     CGVLong count(0);
     if (!(in >> count))
         return -1;
@@ -35,19 +35,22 @@ int32_t ReadItems(std::istream& in, Array& array) {
         if (!(in >> item))
             return i;
         array.mAdd(&item);
+        if (progress && (i & 0xFFFF) == 0)
+            progress(static_cast<size_t>(i));
     }
     return -1;
 }
 
-std::unique_ptr<CGVObject> ReadArray(std::istream& in, char tag, int32_t& damagedItem) {
+std::unique_ptr<CGVObject> ReadArray(std::istream& in, char tag, int32_t& damagedItem,
+                                     std::function<void(size_t)> const& progress) {
     in.get();  // the tag
     if (tag == 'X') {
         auto array = std::make_unique<CGVStringArray>();
-        damagedItem = ReadItems<CGVStringArray, CGVString>(in, *array);
+        damagedItem = ReadItems<CGVStringArray, CGVString>(in, *array, progress);
         return array;
     }
     auto array = std::make_unique<CGVLongArray>();
-    damagedItem = ReadItems<CGVLongArray, CGVLong>(in, *array);
+    damagedItem = ReadItems<CGVLongArray, CGVLong>(in, *array, progress);
     return array;
 }
 
@@ -71,7 +74,7 @@ std::unique_ptr<CGVObject> TextReader::Next() {
     int32_t damagedItem = -1;
     try {
         if (tag == 'X' || tag == 'Y')
-            obj = ReadArray(in_, tag, damagedItem);
+            obj = ReadArray(in_, tag, damagedItem, progress_);
         else
             obj.reset(CGVObject::mNew(in_));
     } catch (CArchiveException const&) {
@@ -90,7 +93,8 @@ std::unique_ptr<CGVObject> TextReader::Next() {
         throw Failure{"decoding stopped at byte offset " + std::to_string(Offset()) + " in " + where + ", a " +
                       ClassOf(*obj) + (damagedItem < 0 ? "" : ", item " + std::to_string(damagedItem)) +
                       ": truncated or damaged"};
-    ++count_;
+    if ((++count_ & 0xFFFF) == 0 && progress_)
+        progress_(count_);
     return obj;
 }
 

@@ -4,6 +4,7 @@
 
 #include <gvlib/gvlib.h>
 
+#include <functional>
 #include <istream>
 #include <memory>
 #include <string>
@@ -21,11 +22,14 @@ public:
     std::unique_ptr<CGVObject> Next();
     /// How many objects were read.
     size_t Count() const { return count_; }
+    /// Called now and then with the number of objects and array items read so far.
+    void OnProgress(std::function<void(size_t)> progress) { progress_ = std::move(progress); }
 
 private:
     size_t Offset();
     std::istream& in_;
     size_t count_ = 0;
+    std::function<void(size_t)> progress_;
 };
 
 /// Every object of `bytes` (see TextReader).
