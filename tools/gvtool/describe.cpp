@@ -78,6 +78,24 @@ CGVObject* NewOfClass(std::string const& name) {
 
 std::string Describe(CGVObject& obj) {
     std::ostringstream out;
+    DescribeTo(out, obj, false);
+    return out.str();
+}
+
+std::string DescribeJson(CGVObject& obj) {
+    std::ostringstream out;
+    DescribeTo(out, obj, true);
+    return out.str();
+}
+
+void DescribeTo(std::ostream& out, CGVObject& obj, bool json) {
+    if (json)
+        DescribeJsonTo(out, obj);
+    else
+        DescribeTextTo(out, obj);
+}
+
+void DescribeTextTo(std::ostream& out, CGVObject& obj) {
     std::string cls = ClassOf(obj);
     out << cls;
     if (auto* a = dynamic_cast<CGVStringArray*>(&obj)) {
@@ -101,11 +119,9 @@ std::string Describe(CGVObject& obj) {
     } else if (auto* d = dynamic_cast<CGVDate*>(&obj)) {
         out << ' ' << DateText(*d);
     }
-    return out.str();
 }
 
-std::string DescribeJson(CGVObject& obj) {
-    std::ostringstream out;
+void DescribeJsonTo(std::ostream& out, CGVObject& obj) {
     out << "{\"class\": \"" << ClassOf(obj) << "\", \"value\": ";
     if (auto* a = dynamic_cast<CGVStringArray*>(&obj)) {
         out << '[';
@@ -131,7 +147,6 @@ std::string DescribeJson(CGVObject& obj) {
         out << "null";
     }
     out << '}';
-    return out.str();
 }
 
 }  // namespace gvtool

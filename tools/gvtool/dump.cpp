@@ -27,9 +27,10 @@ public:
     }
     void Print(CGVObject& obj) {
         if (json_)
-            out_ << (count_++ ? ",\n " : "") << DescribeJson(obj);
-        else
-            out_ << Describe(obj) << '\n';
+            out_ << (count_++ ? ",\n " : "");
+        DescribeTo(out_, obj, json_);
+        if (!json_)
+            out_ << '\n';
     }
     void Close() {
         if (json_)
