@@ -11,7 +11,21 @@
 namespace gvtool {
 namespace {
 
+constexpr const char* kOutOfTime = "the date lies outside the 32-bit time range (1970-01-01 to 2038-01-19)";
+
+// Fields past their calendar range are carried over by the runtime (month 13
+// is January of the next year), which the user did not necessarily mean.
+void CheckFields(std::vector<uint16_t> const& f) {
+    static const uint16_t kMost[6] = {65535, 12, 31, 23, 59, 59};
+    static const char* const kNames[6] = {"year", "month", "day", "hour", "minute", "second"};
+    for (size_t i = 1; i < f.size() && i < 6; ++i)
+        if (f[i] > kMost[i] || (i <= 2 && f[i] == 0))
+            Doubtful(std::string(kNames[i]) + " " + std::to_string(f[i]) +
+                     " is out of range: it is carried over into the next field");
+}
+
 CGVDate DateOf(std::vector<uint16_t> const& f) {
+    CheckFields(f);
     if (f.size() == 3)
         return CGVDate(f[0], f[1], f[2]);
     if (f.size() == 6)
@@ -40,7 +54,7 @@ void PrintText(CGVDate& d) {
     }
     PrintFields(fields);
     if (empty)
-        Doubtful("the date lies outside the 32-bit time range (1970-01-01 to 2038-01-19): its texts are empty");
+        Doubtful(std::string(kOutOfTime) + ": its texts are empty");
 }
 
 // The amount as the library reads it (strtod, up to the first character that
@@ -79,6 +93,10 @@ void AddDate(CLI::App& app) {
     week->callback([] {
         CGVDate d = DateOf(fields);
         PrintNumber(d.mWeekOf());
+        CGVString text;
+        d.mDate2Str(text);
+        if (text.GetLength() == 0)
+            Doubtful(std::string(kOutOfTime) + ": the week means nothing");
     });
     auto* text = cmd->add_subcommand("text", "Every text form of a date");
     text->add_option("FIELDS", fields, "YEAR MONTH DAY [HOUR MINUTE SECOND], such as 2024 3 5 14 7 9")
@@ -95,6 +113,8 @@ void AddDate(CLI::App& app) {
     parts->callback([] {
         CGVDate d;
         d = seconds;
+        if (seconds < 0)
+            Doubtful("a time value before 1970 has no fields");
         PrintFields({{"date", Describe(d).substr(5)},
                      {"week-day", std::to_string(d.mGetDayOfWeek())},
                      {"week", std::to_string(d.mWeekOf())}});

@@ -1,6 +1,7 @@
 // Windows-1252 <-> UTF-8 for the tool's input and output.
 #include "gvtool/encoding.h"
 
+#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
