@@ -74,10 +74,17 @@ void AddPathVolumeOps(CLI::App& cmd) {
         cmd, "relative", "The path relative to the directory BASE",
         [] {
             CGVPath p = Path();
-            CGVString relative = p.GetRelativePath(Other().c_str());
+            CGVPath base(Other().c_str());
+            CGVString relative = p.GetRelativePath(base.GetString());
             PrintText(relative);
-            if (relative.GetLength() == 0 && p.GetLength() != 0)
-                Doubtful("no relative path leads there from " + ToUser(Other()) + " (another volume?)");
+            if (relative.GetLength() != 0)
+                return;
+            // Empty is right for the directory itself; otherwise nothing leads there.
+            CGVString volume = p.GetVolume(), baseVolume = base.GetVolume();
+            if (volume.GetLength() == 0 || baseVolume.GetLength() == 0)
+                Doubtful("a relative path needs two full paths");
+            else if (volume.CompareNoCase(baseVolume.GetString()) != 0)
+                Doubtful("no relative path leads from " + ToUser(base.GetString()) + " to another volume");
         },
         "BASE", "The directory to start from");
     AddOp(
