@@ -18,5 +18,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/gvlibConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/gvlibConfig.cmake
   ${PROJECT_BINARY_DIR}/gvlibConfigVersion.cmake DESTINATION ${GVLIB_CMAKE_DIR})
 
+# The .pc file finds its prefix from its own place, so it holds the way back up.
+file(RELATIVE_PATH GVLIB_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" GVLIB_PC_TO_PREFIX "${GVLIB_PC_TO_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/gvlib.pc.in ${PROJECT_BINARY_DIR}/gvlib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/gvlib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

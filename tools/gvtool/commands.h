@@ -8,7 +8,8 @@
 
 namespace gvtool {
 
-/// Exit statuses: 0 success, 1 a test that answered false, 2 bad usage or bad input.
+/// Exit statuses: 0 success, 1 a test that answered false or output that could
+/// not be written, 2 bad usage or bad input.
 enum Status { kOk = 0, kFalse = 1, kError = 2 };
 
 /// Raised by a subcommand for bad input; main prints it and exits with kError.
@@ -24,6 +25,8 @@ void AddDump(CLI::App& app);
 /// An empty class reads a text stream. Bad input raises Failure.
 void Dump(std::string const& bytes, std::string const& archiveClass, bool json, std::ostream& out,
           std::ostream& notes);
+/// The same, streaming object by object from `in`.
+void Dump(std::istream& in, std::string const& archiveClass, bool json, std::ostream& out);
 void AddConvert(CLI::App& app);
 void AddSort(CLI::App& app);
 void AddPath(CLI::App& app);
@@ -37,8 +40,8 @@ void MapDrives(std::vector<std::string> const& drives);
 /// A path argument in the library's form: host paths beginning with / become C:\ form.
 std::string WindowsForm(std::string const& path);
 
-/// The whole content of a file, or a Failure naming it.
-std::string ReadFile(std::string const& path);
-void WriteFile(std::string const& path, std::string const& bytes);
+/// "unknown command 'x'; did you mean 'y'?" for a first word that names no
+/// command; empty when the command line is fine so far.
+std::string UnknownCommand(CLI::App& app, int argc, char** argv);
 
 }  // namespace gvtool

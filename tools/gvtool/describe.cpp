@@ -1,35 +1,18 @@
 // Readable descriptions of value objects.
 #include "gvtool/describe.h"
 
+#include "gvtool/encoding.h"
+
 #include <cstdio>
 #include <sstream>
 
 namespace gvtool {
 namespace {
 
-// Text quoted for a terminal: printable ASCII as it is, everything else escaped.
+// Text quoted for a terminal (in the user's encoding) or for JSON (code points).
 std::string Quoted(const char* text, int length, bool json) {
-    std::string out = "\"";
-    for (int i = 0; i < length; ++i) {
-        auto c = static_cast<unsigned char>(text[i]);
-        char buf[8];
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += static_cast<char>(c);
-        } else if (c == '\n') {
-            out += "\\n";
-        } else if (c == '\r') {
-            out += "\\r";
-        } else if (c == '\t') {
-            out += "\\t";
-        } else if (c < 0x20 || c >= 0x7F) {
-            std::snprintf(buf, sizeof buf, json ? "\\u%04x" : "\\x%02x", c);
-            out += buf;
-        } else {
-            out += static_cast<char>(c);
-        }
-    }
-    return out + "\"";
+    std::string_view view(text, static_cast<size_t>(length));
+    return json ? JsonQuoted(view) : TextQuoted(view);
 }
 
 std::string Hex(const char* bytes, int32_t length) {
@@ -95,6 +78,24 @@ CGVObject* NewOfClass(std::string const& name) {
 
 std::string Describe(CGVObject& obj) {
     std::ostringstream out;
+    DescribeTo(out, obj, false);
+    return out.str();
+}
+
+std::string DescribeJson(CGVObject& obj) {
+    std::ostringstream out;
+    DescribeTo(out, obj, true);
+    return out.str();
+}
+
+void DescribeTo(std::ostream& out, CGVObject& obj, bool json) {
+    if (json)
+        DescribeJsonTo(out, obj);
+    else
+        DescribeTextTo(out, obj);
+}
+
+void DescribeTextTo(std::ostream& out, CGVObject& obj) {
     std::string cls = ClassOf(obj);
     out << cls;
     if (auto* a = dynamic_cast<CGVStringArray*>(&obj)) {
@@ -118,11 +119,9 @@ std::string Describe(CGVObject& obj) {
     } else if (auto* d = dynamic_cast<CGVDate*>(&obj)) {
         out << ' ' << DateText(*d);
     }
-    return out.str();
 }
 
-std::string DescribeJson(CGVObject& obj) {
-    std::ostringstream out;
+void DescribeJsonTo(std::ostream& out, CGVObject& obj) {
     out << "{\"class\": \"" << ClassOf(obj) << "\", \"value\": ";
     if (auto* a = dynamic_cast<CGVStringArray*>(&obj)) {
         out << '[';
@@ -148,7 +147,6 @@ std::string DescribeJson(CGVObject& obj) {
         out << "null";
     }
     out << '}';
-    return out.str();
 }
 
 }  // namespace gvtool

@@ -1,5 +1,4 @@
 // The --drive option and the files the tool reads and writes.
-#include <fstream>
 #include <sstream>
 
 #include <gvlib/gvlib.h>
@@ -32,8 +31,12 @@ void MapDrives(std::vector<std::string> const& drives) {
             else if (field.rfind("max=", 0) == 0 && field.size() > 4 &&
                      field.find_first_not_of("0123456789", 4) == std::string::npos && field.size() < 14)
                 options.maxComponentLength = static_cast<uint32_t>(std::stoul(field.substr(4)));
+            else if (field.rfind("max=", 0) == 0)
+                throw Failure{"--drive " + drive + ": max= takes a whole number of characters, not '" +
+                              field.substr(4) + "'"};
             else
-                throw Failure{"--drive " + drive + ": unknown field '" + field + "'"};
+                throw Failure{"--drive " + drive + ": unknown field '" + field +
+                              "' (use removable, fixed, remote or max=N)"};
         }
         gvplatform::MapDrive(drive[0], directory, options);
     }
@@ -46,21 +49,6 @@ std::string WindowsForm(std::string const& path) {
     if (windows.empty())
         throw Failure{path + ": lies on no mapped volume"};
     return windows;
-}
-
-std::string ReadFile(std::string const& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        throw Failure{path + ": cannot read"};
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
-void WriteFile(std::string const& path, std::string const& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    if (!out || !out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())))
-        throw Failure{path + ": cannot write"};
 }
 
 }  // namespace gvtool
