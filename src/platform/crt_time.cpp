@@ -44,7 +44,8 @@ private:
 
     bool Reread() {
         const char* tz = std::getenv("TZ");
-        const bool changed = !known_ || set_ != (tz != nullptr) || (tz != nullptr && text_.compare(3, std::string::npos, tz) != 0);
+        const bool changed =
+            !known_ || set_ != (tz != nullptr) || (tz != nullptr && text_.compare(3, std::string::npos, tz) != 0);
         known_ = true;
         set_ = tz != nullptr;
         text_ = std::string("TZ=") + (tz ? tz : "");
