@@ -2,6 +2,8 @@
 // apart and putting it together, and making every component legal.
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -41,6 +43,40 @@ void ExplodeImplode_peer(benchmark::State& state) {
         for (auto const& part : parts)
             joined += "\\" + part;
         benchmark::DoNotOptimize(joined.data());
+    }
+}
+
+// The least the contract forces: every component in a heap block of its own
+// (the array's strings), the result in one more, and nothing else.
+void ExplodeImplode_limit(benchmark::State& state) {
+    const size_t length = sizeof kPath - 1;
+    std::vector<char*> parts;
+    parts.reserve(16);
+    for (auto _ : state) {
+        size_t at = 3;
+        while (at < length) {
+            const char* end = static_cast<const char*>(std::memchr(kPath + at, '\\', length - at));
+            const size_t next = end != nullptr ? static_cast<size_t>(end - kPath) : length;
+            char* part = static_cast<char*>(std::malloc(next - at + 1));
+            std::memcpy(part, kPath + at, next - at);
+            part[next - at] = '\0';
+            parts.push_back(part);
+            at = next + 1;
+        }
+        char* joined = static_cast<char*>(std::malloc(length + 1));
+        size_t n = 2;
+        std::memcpy(joined, kPath, 2);
+        for (char* part : parts) {
+            joined[n++] = '\\';
+            const size_t size = std::strlen(part);
+            std::memcpy(joined + n, part, size);
+            n += size;
+            std::free(part);
+        }
+        joined[n] = '\0';
+        parts.clear();
+        benchmark::DoNotOptimize(joined);
+        std::free(joined);
     }
 }
 
@@ -84,5 +120,6 @@ void MakeLegalPath_peer(benchmark::State& state) {
 
 BENCHMARK(ExplodeImplode_gvlib)->Name("ExplodeImplode/gvlib");
 BENCHMARK(ExplodeImplode_peer)->Name("ExplodeImplode/peer");
+BENCHMARK(ExplodeImplode_limit)->Name("ExplodeImplode/limit");
 BENCHMARK(MakeLegalPath_gvlib)->Name("MakeLegalPath/gvlib");
 BENCHMARK(MakeLegalPath_peer)->Name("MakeLegalPath/peer");

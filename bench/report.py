@@ -57,6 +57,8 @@ def collect(results):
             limit = m.get(run.replace("/gvlib", "/limit"))
             if peer or limit:
                 rows.append((suite, run.replace("/gvlib", ""), ns, peer, limit))
+    # Interleaved repetitions shuffle the order in the results; sizes sort as numbers.
+    rows.sort(key=lambda r: (r[0], [int(p) if p.isdigit() else p for p in r[1].split("/")]))
     return rows, context
 
 

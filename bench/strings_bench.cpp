@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 #include <unicode/ucol.h>
 #include <unicode/ustring.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,6 +17,17 @@
 #include "gvlib/string/GVString.h"
 
 namespace {
+
+// glibc's dynamic mmap threshold makes the cost of a large block depend on
+// which blocks were freed before it (fresh pages fault in, reused heap does
+// not), so large appends measured the history of the process more than the
+// case. Fixed thresholds give every side the same allocator.
+struct FixedAllocator {
+    FixedAllocator() {
+        mallopt(M_MMAP_THRESHOLD, 64 << 20);
+        mallopt(M_TRIM_THRESHOLD, 128 << 20);
+    }
+} const g_fixedAllocator;
 
 void Copy_gvlib(benchmark::State& state) {
     CGVString source(CGVString('x', static_cast<int>(state.range(0))));

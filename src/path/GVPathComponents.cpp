@@ -117,7 +117,8 @@ bool AppendInPlace(CGVPath& path, char const* tail) {
     char joint = CGVPath::CHAR_PATH_DELIMITER;
     for (int i = end - 1; i >= 0; --i) {
         if (IsDelimiter(text[i])) {
-            joint = text[i] == CGVPath::CHAR_UNIX_DELIMITER ? CGVPath::CHAR_UNIX_DELIMITER : CGVPath::CHAR_PATH_DELIMITER;
+            joint = text[i] == CGVPath::CHAR_UNIX_DELIMITER ? CGVPath::CHAR_UNIX_DELIMITER
+                                                            : CGVPath::CHAR_PATH_DELIMITER;
             break;
         }
     }

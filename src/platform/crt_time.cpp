@@ -44,7 +44,8 @@ private:
 
     bool Reread() {
         const char* tz = std::getenv("TZ");
-        const bool changed = !known_ || set_ != (tz != nullptr) || (tz != nullptr && text_.compare(3, std::string::npos, tz) != 0);
+        const bool changed =
+            !known_ || set_ != (tz != nullptr) || (tz != nullptr && text_.compare(3, std::string::npos, tz) != 0);
         known_ = true;
         set_ = tz != nullptr;
         text_ = std::string("TZ=") + (tz ? tz : "");
@@ -142,9 +143,19 @@ struct TimeState {
     }
 };
 
-// Initial-exec: the library is linked, not loaded late, and the general
-// dynamic model would cost a __tls_get_addr call on every getter.
-thread_local TimeState g_state __attribute__((tls_model("initial-exec")));
+// The general dynamic model costs a __tls_get_addr call per access, too much
+// for a getter; the initial-exec model is one load, but draws on the small
+// static TLS reserve that a library loaded late (dlopen) must fit in. So the
+// state itself stays general dynamic and only a pointer to it is initial-exec.
+thread_local TimeState g_stateStorage;
+thread_local TimeState* g_state __attribute__((tls_model("initial-exec"))) = nullptr;
+
+TimeState& State() {
+    TimeState* state = g_state;
+    if (state == nullptr)
+        state = g_state = &g_stateStorage;
+    return *state;
+}
 
 const std::tm* Local(TimeState& state, __time32_t t) {
     if (auto* e = state.local.Find(t))
@@ -164,13 +175,13 @@ namespace gvplatform::detail {
 const std::tm* LocalFieldsOf(__time32_t t) {
     if (!InRange(t))
         return nullptr;
-    TimeState& state = g_state;
+    TimeState& state = State();
     state.Check();
     return Local(state, t);
 }
 
 uint32_t ZoneGeneration() {
-    TimeState& state = g_state;
+    TimeState& state = State();
     state.Check();
     return state.generation;
 }
@@ -208,7 +219,7 @@ std::tm* _gmtime32(const __time32_t* t) {
 __time32_t _mktime32(std::tm* tm) {
     if (tm == nullptr)
         return -1;
-    TimeState& state = g_state;
+    TimeState& state = State();
     state.Check();
     const FieldsKey key = KeyOf(*tm);
     if (auto* e = state.normalised.Find(key)) {

@@ -76,11 +76,13 @@ TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.whole << '.' << row.fraction << row.op << row.n);
         CGVMoney a = Of(row.whole, row.fraction), other = Of(row.otherWhole, row.otherFraction);
-        auto result = Own(row.op == '+' ? a + other : row.op == '-' ? a - other : row.op == '*' ? a * row.n : a / row.n);
+        auto result =
+            Own(row.op == '+' ? a + other : row.op == '-' ? a - other : row.op == '*' ? a * row.n : a / row.n);
         ExpectParts(row.wantWhole, row.wantFraction, *result);
         ExpectParts(row.whole, row.fraction, a);
         EXPECT_NE(&a, result.get());
-        CGVMoney& same = row.op == '+' ? a += other : row.op == '-' ? a -= other : row.op == '*' ? a *= row.n : a /= row.n;
+        CGVMoney& same =
+            row.op == '+' ? a += other : row.op == '-' ? a -= other : row.op == '*' ? a *= row.n : a /= row.n;
         EXPECT_EQ(&a, &same);
         ExpectParts(row.wantWhole, row.wantFraction, a);
     }
