@@ -29,20 +29,45 @@ constexpr std::size_t kMaxDirectories = 64;
 // the call that made it.
 constexpr int64_t kSettledAfterNs = 100'000'000;
 
-void FoldInPlace(std::u16string& text) {
-    for (char16_t& unit : text)
-        unit = static_cast<char16_t>(u_foldCase(unit, U_FOLD_CASE_DEFAULT));
+bool IsAscii(std::string const& text) {
+    for (char c : text)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+    return true;
 }
 
-std::u16string FoldHostName(std::string const& host) {
+std::string AsciiLower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+// Folds UTF-16 and gives it back as UTF-8, the form of the index's keys.
+std::string FoldToUtf8(std::u16string& units) {
+    for (char16_t& unit : units)
+        unit = static_cast<char16_t>(u_foldCase(unit, U_FOLD_CASE_DEFAULT));
+    std::string key(units.size() * 3, '\0');
+    int32_t length = 0;
+    UErrorCode err = U_ZERO_ERROR;
+    u_strToUTF8WithSub(&key[0], static_cast<int32_t>(key.size()), &length, reinterpret_cast<const UChar*>(units.data()),
+                       static_cast<int32_t>(units.size()), 0xFFFD, nullptr, &err);
+    key.resize(U_SUCCESS(err) ? static_cast<std::size_t>(length) : 0);
+    return key;
+}
+
+// The key of a host (UTF-8) name. Names of plain ASCII, most of them, fold
+// byte by byte: a large directory is indexed without a conversion per entry.
+std::string FoldHostName(std::string const& host) {
+    if (IsAscii(host))
+        return AsciiLower(host);
     std::u16string units(host.size(), u'\0');
     int32_t length = 0;
     UErrorCode err = U_ZERO_ERROR;
     u_strFromUTF8WithSub(reinterpret_cast<UChar*>(&units[0]), static_cast<int32_t>(units.size()), &length,
                          host.data(), static_cast<int32_t>(host.size()), 0xFFFD, nullptr, &err);
     units.resize(U_SUCCESS(err) ? static_cast<std::size_t>(length) : 0);
-    FoldInPlace(units);
-    return units;
+    return FoldToUtf8(units);
 }
 
 int64_t Nanoseconds(timespec const& t) { return static_cast<int64_t>(t.tv_sec) * 1'000'000'000 + t.tv_nsec; }
@@ -84,25 +109,34 @@ std::shared_ptr<FoldedNames const> Read(std::string const& directory) {
 
 }  // namespace
 
-std::u16string FoldAnsiName(std::string const& ansi) {
+std::string FoldAnsiName(std::string const& ansi) {
+    if (IsAscii(ansi))
+        return AsciiLower(ansi);
     std::u16string units;
     units.reserve(ansi.size());
     const auto& table = Cp1252ToUtf16Table();
     for (char c : ansi)
         units += table[static_cast<unsigned char>(c)];
-    FoldInPlace(units);
-    return units;
+    return FoldToUtf8(units);
 }
 
 std::string const* FoldedNames::Find(std::string const& ansiName) const {
     auto it = names_.find(FoldAnsiName(ansiName));
-    return it == names_.end() ? nullptr : &it->second;
+    if (it == names_.end())
+        return nullptr;
+    return it->second.empty() ? &it->first : &it->second;
 }
 
 void FoldedNames::Add(std::string const& hostName) {
-    auto inserted = names_.emplace(FoldHostName(hostName), hostName);
-    if (!inserted.second && hostName < inserted.first->second)
-        inserted.first->second = hostName;
+    std::string key = FoldHostName(hostName);
+    // A name stored as its key keeps no second copy.
+    std::string stored = key == hostName ? std::string() : hostName;
+    auto inserted = names_.emplace(std::move(key), std::move(stored));
+    if (inserted.second)
+        return;
+    std::string& current = inserted.first->second;
+    if (hostName < (current.empty() ? inserted.first->first : current))
+        current = hostName == inserted.first->first ? std::string() : hostName;
 }
 
 std::shared_ptr<FoldedNames const> ListFoldedNames(std::string const& hostDirectory) {

@@ -9,8 +9,9 @@
 namespace gvplatform::detail {
 
 /// A name folded as the platform's file systems compare names: every letter of
-/// the code page without regard to case (simple case folding of its Unicode).
-std::u16string FoldAnsiName(std::string const& ansi);
+/// the code page without regard to case (simple case folding of its Unicode),
+/// as UTF-8.
+std::string FoldAnsiName(std::string const& ansi);
 
 class FoldedNames {
 public:
@@ -23,7 +24,8 @@ public:
     void Add(std::string const& hostName);
 
 private:
-    std::unordered_map<std::u16string, std::string> names_;
+    // Folded key to the name as stored; empty when that is the key itself.
+    std::unordered_map<std::string, std::string> names_;
 };
 
 /// The folded names of the existing entries of a host directory (dangling
