@@ -66,8 +66,7 @@ int FileCause(const std::function<void()>& action) {
 
 TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     BYTE block[6] = {'a', 'b', 'c', 'd', 'e', 'f'};
-    ProbeMemFile file;
-    file.Attach(block, sizeof block);
+    ProbeMemFile file(block, sizeof block);
     EXPECT_EQ(file.GetLength(), 6u);
     EXPECT_EQ(file.Buffer(), block);
     EXPECT_FALSE(file.AutoDelete());
@@ -104,24 +103,6 @@ TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     EXPECT_EQ(file.Buffer(), nullptr);
 }
 
-TEST(CMemFile, ConstructorAttaches) {
-    BYTE block[4] = {1, 2, 3, 4};
-    CMemFile file(block, sizeof block);
-    EXPECT_EQ(file.GetLength(), 4u);
-    BYTE b = 0;
-    file.Seek(3, CFile::begin);
-    EXPECT_EQ(file.Read(&b, 1), 1u);
-    EXPECT_EQ(b, 4);
-    EXPECT_EQ(file.Detach(), block);
-}
-
-TEST(CMemFile, AttachNullBlockWithSizeIsRefused) {
-    CMemFile file;
-    EXPECT_THROW(file.Attach(nullptr, 4), CInvalidArgException);
-    file.Attach(nullptr, 0);
-    EXPECT_EQ(file.GetLength(), 0u);
-}
-
 TEST(CMemFile, GrowsInWholeSteps) {
     struct Case {
         UINT nGrow;
@@ -149,17 +130,16 @@ TEST(CMemFile, GrowsInWholeSteps) {
     }
 }
 
-TEST(CMemFile, NoGrowthRefusesEveryWrite) {
-    CMemFile file(0);
-    EXPECT_TRUE(ThrowsMemory([&] { file.Write("a", 1); }));
-    EXPECT_EQ(file.GetLength(), 0u);
-}
-
-TEST(CMemFile, FailedAllocationRaisesMemoryException) {
-    FailingMemFile file;
-    EXPECT_TRUE(ThrowsMemory([&] { file.Write("a", 1); }));
-    EXPECT_TRUE(ThrowsMemory([&] { file.SetLength(10); }));
-    EXPECT_EQ(file.GetLength(), 0u);
+TEST(CMemFile, RefusalsLeaveTheFileEmpty) {
+    CMemFile noGrowth(0), attached;
+    FailingMemFile failing;
+    EXPECT_TRUE(ThrowsMemory([&] { noGrowth.Write("a", 1); }));
+    EXPECT_TRUE(ThrowsMemory([&] { failing.Write("a", 1); }));
+    EXPECT_TRUE(ThrowsMemory([&] { failing.SetLength(10); }));
+    EXPECT_THROW(attached.Attach(nullptr, 4), CInvalidArgException);
+    attached.Attach(nullptr, 0);
+    for (CMemFile* file : {&noGrowth, static_cast<CMemFile*>(&failing), &attached})
+        EXPECT_EQ(file->GetLength(), 0u);
 }
 
 TEST(CMemFile, AttachWithGrowthStartsEmptyAndMayMove) {
@@ -194,6 +174,10 @@ TEST(CMemFile, DetachOfOwnBlockHandsItToTheCaller) {
     file.Write("x", 1);
     EXPECT_TRUE(file.AutoDelete());
     EXPECT_EQ(Content(file), (Bytes{'x'}));
+    file.Close();
+    EXPECT_EQ(file.GetLength(), 0u);
+    EXPECT_EQ(file.Buffer(), nullptr);
+    EXPECT_EQ(file.GrowBytes(), 0u);  // as the framework does: a closed memory file cannot grow
 }
 
 TEST(CMemFile, SeekRules) {
@@ -210,6 +194,10 @@ TEST(CMemFile, SeekRules) {
     EXPECT_EQ(FileCause([&] { file.Seek(0, 7); }), CFileException::badSeek);
 
     EXPECT_EQ(file.Seek(-2, CFile::current), 1u);
+    char buf[8] = {};
+    EXPECT_EQ(file.Read(buf, 8), 2u);  // stops at the end
+    EXPECT_STREQ(buf, "bc");
+    EXPECT_EQ(file.Read(buf, 0), 0u);
     EXPECT_EQ(file.Seek(0, CFile::end), 3u);
     file.SeekToBegin();
     EXPECT_EQ(file.GetPosition(), 0u);
@@ -237,26 +225,6 @@ TEST(CMemFile, GapAfterShrinkReadsAsZeros) {
     EXPECT_EQ(file.GetPosition(), 5u);  // within the length: unchanged
     EXPECT_EQ(Content(file), (Bytes{'a', 'b', 0, 0, 'Z', 0, 0}));
     EXPECT_TRUE(ThrowsMemory([&] { file.SetLength(0x100000000ull); }));
-}
-
-TEST(CMemFile, ReadStopsAtTheEnd) {
-    CMemFile file;
-    file.Write("abcd", 4);
-    file.Seek(1, CFile::begin);
-    char buf[10] = {};
-    EXPECT_EQ(file.Read(buf, 10), 3u);
-    EXPECT_STREQ(buf, "bcd");
-    EXPECT_EQ(file.Read(buf, 10), 0u);
-    EXPECT_EQ(file.Read(buf, 0), 0u);
-}
-
-TEST(CMemFile, CloseEmptiesTheFile) {
-    ProbeMemFile file(16);
-    file.Write("abc", 3);
-    file.Close();
-    EXPECT_EQ(file.GetLength(), 0u);
-    EXPECT_EQ(file.Buffer(), nullptr);
-    EXPECT_EQ(file.GrowBytes(), 0u);  // as the framework does: a closed memory file cannot grow
 }
 
 TEST(CMemFile, CarriesAnArchive) {
