@@ -23,6 +23,19 @@ public:
     int32_t mVisitString(CGVString*, int32_t) override { return -1; }
 };
 
+// The most a buffer's block holds: while locked it cannot grow, so appending
+// stops at the end of the block.
+int32_t Room(CGVBuffer& b) {
+    int32_t before = -1;
+    b.mLockBuffer(0);
+    while (before != b.mGetLength()) {
+        before = b.mGetLength();
+        b.mConcat("x", 1);
+    }
+    b.mUnlock(before);
+    return before;
+}
+
 }  // namespace
 
 TEST(CGVBuffer, InitAndConcatTextLengths) {
@@ -52,7 +65,7 @@ TEST(CGVBuffer, NullInitGivesZeroBytes) {
     b.mConcat("\x01", 1);
     EXPECT_EQ(0, b.mIsNull());
     CGVBuffer sized(5, 16);
-    EXPECT_EQ(5, sized.mGetLength());
+    EXPECT_EQ(std::string(5, '\0'), Content(sized));
 }
 
 TEST(CGVBuffer, AppendingItselfSurvivesTheBlockMoving) {
@@ -147,6 +160,18 @@ TEST(CGVBuffer, CompareIsUnsignedThenByLength) {
     EXPECT_EQ(-1, a.mCompare(&number));
 }
 
+TEST(CGVBuffer, BlocksGrowInWholeStepsWithRoomForTheTerminator) {
+    struct Row {
+        int32_t step, length, room;
+    } rows[] = {{4, 3, 3}, {4, 4, 7}, {4, 7, 7}, {4, 8, 11}, {128, 1, 127}, {5, 10, 14}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.length);
+        CGVBuffer b(0, row.step);
+        Fill(b, std::string(static_cast<size_t>(row.length), 'r'));
+        EXPECT_EQ(row.room, Room(b));
+    }
+}
+
 TEST(CGVBuffer, CopyResetsTheStepAndKeepsTheContent) {
     CGVBuffer b(0, 1000);
     b.mConcat("xyz", 3);
@@ -187,6 +212,9 @@ TEST(CGVBuffer, Assignments) {
 TEST(CGVBuffer, ClearAndRollBack) {
     CGVBuffer b;
     Fill(b, "abcdef");
+    CGVBuffer none;
+    none.mRollBack(3);  // no block: nothing to keep
+    EXPECT_EQ(0, none.mGetLength());
     b.mRollBack(2);
     EXPECT_EQ("ab", Content(b));
     b.mRollBack(-5);

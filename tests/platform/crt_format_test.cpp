@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "gvlib/platform/afxstr.h"
@@ -13,6 +14,12 @@ struct Row {
     double value;
     const char* want;
 };
+
+double Bits(uint64_t bits) {
+    double d;
+    std::memcpy(&d, &bits, sizeof d);
+    return d;
+}
 
 }  // namespace
 
@@ -44,6 +51,10 @@ TEST(CrtFormat, SpecialValuesUseTheOriginalSpelling) {
         {"%.2f", inf, "1.#J"},
         {"%f", -inf, "-1.#INF00"},
         {"%.1f", std::numeric_limits<double>::quiet_NaN(), "1.$"},
+        {"%f", Bits(0x7FF8000000000000ull), "1.#QNAN0"},
+        {"%f", Bits(0xFFF8000000000000ull), "-1.#IND00"},
+        {"%f", Bits(0xFFF8000000000001ull), "-1.#QNAN0"},
+        {"%f", Bits(0x7FF0000000000001ull), "1.#SNAN0"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.want);
@@ -61,6 +72,8 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     EXPECT_STREQ("-5|4000000000|4464|-9000000000|1|ff|00042|7   |+3", s);
     s.Format("%s|%.2s|%5s|%c|%%|%S", "abc", "abc", "ab", 'z', L"w\u00e9");
     EXPECT_STREQ("abc|ab|   ab|z|%|w\xE9", s);
+    s.Format("%lld|%llu|%hhd|%Id|%.*f|%*d", 0x100000001LL, -1LL, 300, 5, 2, 1.0, 3, 5);
+    EXPECT_STREQ("4294967297|18446744073709551615|44|5|1.00|  5", s);
     s.Format("%s", static_cast<const char*>(nullptr));
     EXPECT_STREQ("(null)", s);
 }

@@ -111,6 +111,21 @@ TEST(CStringT, Editing) {
     CString w("..x..");
     w.Trim('.');
     EXPECT_STREQ("x", w);
+    struct Row {
+        const char* text;
+        const char* set;
+        const char* left;
+        const char* right;
+    } rows[] = {
+        {"xyaxy", "yx", "axy", "xya"}, {"xx", "x", "", ""}, {"ab", "x", "ab", "ab"},
+        {"ab", "", "ab", "ab"},       {"ab", nullptr, "ab", "ab"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        CString left(row.text), right(row.text);
+        EXPECT_STREQ(row.left, left.TrimLeft(row.set));
+        EXPECT_STREQ(row.right, right.TrimRight(row.set));
+    }
 }
 
 TEST(CStringT, ComparisonIsByUnsignedBytes) {

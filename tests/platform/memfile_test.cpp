@@ -79,6 +79,7 @@ TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     EXPECT_EQ(std::memcmp(block, "aXYdef", 6), 0);
     file.Seek(-1, CFile::end);
     file.Write("Z", 1);
+    file.SetLength(6);
     EXPECT_EQ(std::memcmp(block, "aXYdeZ", 6), 0);
     EXPECT_EQ(file.GetLength(), 6u);
     EXPECT_EQ(file.Buffer(), block);
@@ -270,6 +271,7 @@ TEST(CFile, HostFileRoundTrip) {
         EXPECT_STREQ(buf, "world");
         EXPECT_EQ(file.Read(buf, sizeof buf), 0u);
         EXPECT_EQ(FileCause([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
+        EXPECT_EQ(file.Seek(0, CFile::begin), 0u);
         file.SetLength(5);
         EXPECT_EQ(file.GetLength(), 5u);
         EXPECT_EQ(file.GetPosition(), 5u);
@@ -306,4 +308,7 @@ TEST(CFile, HostFileRoundTrip) {
         EXPECT_EQ(FileCause([&] { file.Write("x", 1); }), CFileException::invalidFile);
     }
     EXPECT_EQ(::unlink(path.c_str()), 0);
+    CFile bogus;
+    bogus.m_hFile = 1 << 20;  // no such descriptor: closing it fails and says so
+    EXPECT_THROW(bogus.Close(), CFileException);
 }
