@@ -41,7 +41,11 @@ class Site:
 
     @property
     def key(self):
-        return f"{self.path}:{self.line}:{self.column}:{self.before.strip()}->{self.after.strip()}"
+        # No spaces, so that equivalent.txt can put its reason after the first one.
+        if self.column == 0:
+            return f"{self.path}:{self.line}:delete"
+        change = f"{self.before.strip()}->{self.after.strip()}".replace(" ", "")
+        return f"{self.path}:{self.line}:{self.column}:{change}"
 
     def apply(self, text_lines):
         """The file's lines with this site's fault planted."""

@@ -20,7 +20,7 @@ def _line_counts(root):
     return out.stdout.strip()
 
 
-def write_report(path, args, sites, results, equivalent, root, timing):
+def write_report(path, args, sites, results, equivalent, explained, root, timing):
     """Write REPORT.md; equivalent mutants and compile failures are counted apart."""
     tally = Counter()
     survivors, equivalents = [], []
@@ -53,6 +53,7 @@ def write_report(path, args, sites, results, equivalent, root, timing):
         f"| Equivalent (listed in equivalent.txt) | {tally['equivalent']} |",
         f"| Did not compile | {tally['compile-error']} |",
         f"| **Score: caught / (caught + survived)** | **{score:.1f} %** |",
+        f"| Survivors explained in explained.txt | {sum(s.key in explained for s in survivors)} of {len(survivors)} |",
         "",
         f"Unit tests alone: {timing['baseline']:.1f} s. Mean time per compiled mutant (rebuild + tests): "
         f"{per_mutant:.1f} s. Wall time for the run: {timing['wall'] / 60:.1f} min.",
@@ -68,7 +69,8 @@ def write_report(path, args, sites, results, equivalent, root, timing):
         out.append("None.")
     for site in sorted(survivors, key=lambda s: (s.path, s.line)):
         out += [f"- `{site.key}`", f"  - was: `{_line_text(root, site)}`",
-                f"  - now: `{_mutated_text(root, site)}`"]
+                f"  - now: `{_mutated_text(root, site)}`",
+                f"  - why it survives: {explained.get(site.key, 'not yet explained')}"]
     out += ["", "## Equivalent mutants met in this sample", ""]
     if not equivalents:
         out.append("None.")

@@ -72,6 +72,8 @@ TEST(CStringT, EmbeddedNulsAreKeptByCountedOperations) {
     EXPECT_EQ(6, joined.GetLength());
     EXPECT_EQ('x', joined.GetAt(5));
     EXPECT_EQ(3, s.Mid(2).GetLength());
+    s.SetString(nullptr, 3);  // no source: empty, whatever the count
+    EXPECT_EQ(0, s.GetLength());
 }
 
 TEST(CStringT, Searching) {
