@@ -32,6 +32,8 @@ TEST(CStringT, GetBufferOnASharedCopyDoesNotChangeTheOther) {
     EXPECT_STREQ("xbc", b);
     CString locked("locked");
     locked.LockBuffer();
+    locked.GetBuffer(100);  // a new block stays locked
+    locked.ReleaseBuffer();
     CString copy(locked);
     EXPECT_NE(copy.GetString(), locked.GetString());
     locked.UnlockBuffer();
@@ -105,6 +107,7 @@ TEST(CStringT, Editing) {
     CString u("MiXeD \xC4");
     u.MakeLower();
     EXPECT_STREQ("mixed \xC4", u);  // case mapping of the "C" locale: ASCII only
+    EXPECT_STREQ("MIXED \xC4", u.MakeUpper());
     CString v("abc");
     v.Insert(1, "XY");
     EXPECT_STREQ("aXYbc", v);

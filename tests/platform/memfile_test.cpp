@@ -270,6 +270,7 @@ TEST(CFile, HostFileRoundTrip) {
         EXPECT_EQ(file.Read(buf, sizeof buf), 5u);
         EXPECT_STREQ(buf, "world");
         EXPECT_EQ(file.Read(buf, sizeof buf), 0u);
+        EXPECT_THROW(file.Read(nullptr, 1), CInvalidArgException);
         EXPECT_EQ(FileCause([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
         EXPECT_EQ(file.Seek(0, CFile::begin), 0u);
         file.SetLength(5);

@@ -16,6 +16,7 @@ TEST(Bstr, NarrowBytesTravelUnconverted) {
     EXPECT_EQ(5u, SysStringByteLen(copy.bstrVal));
     EXPECT_EQ(0, std::memcmp(copy.bstrVal, "h\xE9llo", 5));
     EXPECT_TRUE(copy == v);
+    EXPECT_FALSE(COleVariant(int32_t{1}) == COleVariant(int32_t{2}));
 }
 
 TEST(Bstr, CountedStringsTakeTheSixteenBitWideForm) {
