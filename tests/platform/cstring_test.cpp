@@ -48,6 +48,8 @@ TEST(CStringT, IndexesOutsideTheTextAreRefused) {
     EXPECT_THROW(s.SetAt(3, 'x'), CInvalidArgException);
     EXPECT_THROW(s.SetAt(-1, 'x'), CInvalidArgException);
     EXPECT_THROW(s.Truncate(4), CInvalidArgException);
+    EXPECT_THROW(s.ReleaseBufferSetLength(-1), CInvalidArgException);
+    EXPECT_THROW(s.ReleaseBufferSetLength(1 << 20), CInvalidArgException);
     EXPECT_STREQ("abc", s);
 }
 
