@@ -126,6 +126,7 @@ TEST(CGVArray, InsertionAndDeletionIndexRules) {
     a.mGetArrayItem(&keep, -1);
     EXPECT_EQ(42, keep);
     EXPECT_THROW(a.mInsertItem(-1), CInvalidArgException);
+    EXPECT_THROW(CGVArray(65540, 32767), CMemoryException);  // a block just past 2 GiB
 }
 
 TEST(CGVArray, CopiesKeepTheWholeBlock) {

@@ -124,7 +124,7 @@ TEST(CGVLong, FromDBVariant) {
         {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = -1; }, -1},
         {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = 2; }, 0},
         {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = 1; }, 1},
-        {[](CDBVariant& v) { v.m_dwType = DBVT_UCHAR, v.m_chVal = 0xF0; }, 0xF0},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_UCHAR, v.m_lVal = 0x7FF0; }, 0xF0},  // one byte only
         {[](CDBVariant& v) { v.m_dwType = DBVT_SHORT, v.m_iVal = -2; }, -2},
         {[](CDBVariant& v) { v.m_dwType = DBVT_LONG, v.m_lVal = -70000; }, -70000},
         {[](CDBVariant& v) { v.m_dwType = DBVT_DOUBLE, v.m_dblVal = 4.0; }, 11},

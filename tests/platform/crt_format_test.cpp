@@ -72,8 +72,8 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     EXPECT_STREQ("-5|4000000000|4464|-9000000000|1|ff|00042|7   |+3", s);
     s.Format("%s|%.2s|%5s|%c|%%|%S", "abc", "abc", "ab", 'z', L"w\u00e9");
     EXPECT_STREQ("abc|ab|   ab|z|%|w\xE9", s);
-    s.Format("%lld|%llu|%hhd|%Id|%I32d|%.*f|%*d", 0x100000001LL, -1LL, 300, 5, -6, 2, 1.0, 3, 5);
-    EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5", s);
+    s.Format("%lld|%llu|%hhd|%Id|%I32d|%.*f|%*d|%*d|", 0x100000001LL, -1LL, 300, 5, -6, 2, 1.0, 3, 5, -3, 4);
+    EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5|4  |", s);
     s.Format("%s", static_cast<const char*>(nullptr));
     EXPECT_STREQ("(null)", s);
 }

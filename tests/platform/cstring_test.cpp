@@ -49,6 +49,8 @@ TEST(CStringT, IndexesOutsideTheTextAreRefused) {
     EXPECT_THROW(s.SetAt(-1, 'x'), CInvalidArgException);
     EXPECT_THROW(s.Truncate(4), CInvalidArgException);
     EXPECT_THROW(s.ReleaseBufferSetLength(-1), CInvalidArgException);
+    EXPECT_THROW(s.SetString("x", -1), CInvalidArgException);
+    EXPECT_THROW(s.Append("x", -1), CInvalidArgException);
     EXPECT_THROW(s.ReleaseBufferSetLength(1 << 20), CInvalidArgException);
     EXPECT_STREQ("abc", s);
 }
@@ -110,6 +112,7 @@ TEST(CStringT, Editing) {
     u.MakeLower();
     EXPECT_STREQ("mixed \xC4", u);  // case mapping of the "C" locale: ASCII only
     EXPECT_STREQ("MIXED \xC4", u.MakeUpper());
+    EXPECT_STREQ("\xC4 DEXIM", u.MakeReverse());
     CString v("abc");
     v.Insert(1, "XY");
     EXPECT_STREQ("aXYbc", v);
