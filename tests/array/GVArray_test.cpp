@@ -95,6 +95,11 @@ TEST(CGVArray, GrowingToAnIndexIsInsertingUntilThere) {
         EXPECT_EQ(inserted.mGetNumItems(), grown.mGetNumItems());
         EXPECT_EQ(inserted.mGetAllocatedSlots(), grown.mGetAllocatedSlots());
     }
+    // A block past 2 GiB is refused before anything changes.
+    GrowProbe wide(65540, 1);
+    EXPECT_THROW(wide.GrowItemsTo(40000), CMemoryException);
+    EXPECT_EQ(0, wide.mGetNumItems());
+    EXPECT_EQ(1, wide.mGetAllocatedSlots());
     // Items without bytes may count up to the 32-bit limit.
     GrowProbe empty(0, 1);
     empty.GrowItemsTo(INT32_MAX - 1);

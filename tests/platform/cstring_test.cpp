@@ -51,6 +51,7 @@ TEST(CStringT, IndexesOutsideTheTextAreRefused) {
     EXPECT_THROW(s.ReleaseBufferSetLength(-1), CInvalidArgException);
     EXPECT_THROW(s.SetString("x", -1), CInvalidArgException);
     EXPECT_THROW(s.Append("x", -1), CInvalidArgException);
+    EXPECT_THROW(s.Append(nullptr, 3), CInvalidArgException);
     EXPECT_THROW(s.ReleaseBufferSetLength(1 << 20), CInvalidArgException);
     EXPECT_STREQ("abc", s);
 }
