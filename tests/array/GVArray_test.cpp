@@ -154,6 +154,10 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
     auto* array = dynamic_cast<CGVArray*>(dup.get());
     ASSERT_NE(nullptr, array);
     EXPECT_EQ((std::vector<int32_t>{7}), Items(*array));
+    CGVArray shrunk(4, 16);
+    AddAll(shrunk, {3, 4});
+    shrunk.mResize(0);  // no slots reported, the items still there
+    EXPECT_EQ((std::vector<int32_t>{3, 4}), Items(CGVArray(shrunk)));
     CGVArray empty(0, 16);
     empty.mResize(0);
     CGVArray emptyCopy(empty);

@@ -127,6 +127,7 @@ TEST(CGVBuffer, ReplaceAll) {
         {"ab", "abc", "z", "ab", 0},
         {std::string("a\0b", 3), "b", "cd", std::string("a\0cd", 4), 1},
         {"abc", "", "z", "abc", 0},
+        {"abac", "ac", "-", "ab-", 1},  // the first byte matches before the whole does
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.content + " / " + row.find + " / " + row.repl);

@@ -307,6 +307,7 @@ TEST(CFile, HostFileRoundTrip) {
         // Writing to a file opened for reading raises the mapped errno cause.
         CFile file(path.c_str(), CFile::modeRead);
         EXPECT_EQ(FileCause([&] { file.Write("x", 1); }), CFileException::invalidFile);
+        EXPECT_THROW(file.SetLength(1), CFileException);
     }
     EXPECT_EQ(::unlink(path.c_str()), 0);
     CFile bogus;
