@@ -27,6 +27,12 @@ void AddAll(CGVArray& a, std::vector<int32_t> const& values) {
         a.mAdd(&v);
 }
 
+// The growth the long array's subscript uses, reached through a derived class.
+struct GrowProbe : CGVArray {
+    using CGVArray::CGVArray;
+    using CGVArray::GrowItemsTo;
+};
+
 }  // namespace
 
 TEST(CGVArray, NewArrays) {
@@ -66,6 +72,41 @@ TEST(CGVArray, GrowsAndShrinksByWholeSteps) {
     }
 }
 
+TEST(CGVArray, GrowingToAnIndexIsInsertingUntilThere) {
+    struct Row {
+        int16_t step;
+        int32_t items, resized, index;
+    } rows[] = {
+        {16, 3, 16, 15}, {16, 3, 16, 16}, {16, 3, 16, 31}, {16, 3, 16, 32}, {16, 3, 16, 2},
+        // Reported slots below the count: each insertion adds one step.
+        {1, 5, 2, 7}, {4, 5, 2, 6}, {4, 9, 2, 40}, {0, 3, 1, 9}, {-3, 2, 2, 5},
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.step << " " << row.index);
+        GrowProbe grown(4, row.step);
+        CGVArray inserted(4, row.step);
+        for (CGVArray* a : {static_cast<CGVArray*>(&grown), &inserted}) {
+            AddAll(*a, std::vector<int32_t>(static_cast<size_t>(row.items), 5));
+            a->mResize(row.resized);
+        }
+        grown.GrowItemsTo(row.index);
+        while (inserted.mGetNumItems() <= row.index)
+            inserted.mInsertItem(inserted.mGetNumItems());
+        EXPECT_EQ(inserted.mGetNumItems(), grown.mGetNumItems());
+        EXPECT_EQ(inserted.mGetAllocatedSlots(), grown.mGetAllocatedSlots());
+    }
+    // A block past 2 GiB is refused before anything changes.
+    GrowProbe wide(65540, 1);
+    EXPECT_THROW(wide.GrowItemsTo(40000), CMemoryException);
+    EXPECT_EQ(0, wide.mGetNumItems());
+    EXPECT_EQ(1, wide.mGetAllocatedSlots());
+    // Items without bytes may count up to the 32-bit limit.
+    GrowProbe empty(0, 1);
+    empty.GrowItemsTo(INT32_MAX - 1);
+    EXPECT_EQ(INT32_MAX, empty.mGetNumItems());
+    EXPECT_EQ(INT32_MAX, empty.mGetAllocatedSlots());
+}
+
 TEST(CGVArray, InsertionAndDeletionIndexRules) {
     CGVArray a(4, 16);
     AddAll(a, {1, 2, 3});
@@ -90,6 +131,7 @@ TEST(CGVArray, InsertionAndDeletionIndexRules) {
     a.mGetArrayItem(&keep, -1);
     EXPECT_EQ(42, keep);
     EXPECT_THROW(a.mInsertItem(-1), CInvalidArgException);
+    EXPECT_THROW(CGVArray(65540, 32767), CMemoryException);  // a block just past 2 GiB
 }
 
 TEST(CGVArray, CopiesKeepTheWholeBlock) {
@@ -98,6 +140,9 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
     a.mDeleteItem(1);  // 8 stays in the block past the count
     CGVArray copy(a);
     EXPECT_EQ(0, std::memcmp(a.mItemPtr(0), copy.mItemPtr(0), 64));
+    EXPECT_EQ(8, *static_cast<int32_t*>(copy.mItemPtr(1)));
+    int32_t six = 6;
+    copy.mSetArrayItem(&six, 1);  // past the count: not stored
     EXPECT_EQ(8, *static_cast<int32_t*>(copy.mItemPtr(1)));
     CGVArray assigned(1, 3);
     assigned = a;
@@ -109,6 +154,10 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
     auto* array = dynamic_cast<CGVArray*>(dup.get());
     ASSERT_NE(nullptr, array);
     EXPECT_EQ((std::vector<int32_t>{7}), Items(*array));
+    CGVArray shrunk(4, 16);
+    AddAll(shrunk, {3, 4});
+    shrunk.mResize(0);  // no slots reported, the items still there
+    EXPECT_EQ((std::vector<int32_t>{3, 4}), Items(CGVArray(shrunk)));
     CGVArray empty(0, 16);
     empty.mResize(0);
     CGVArray emptyCopy(empty);

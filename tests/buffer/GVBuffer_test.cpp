@@ -23,6 +23,19 @@ public:
     int32_t mVisitString(CGVString*, int32_t) override { return -1; }
 };
 
+// The most a buffer's block holds: while locked it cannot grow, so appending
+// stops at the end of the block.
+int32_t Room(CGVBuffer& b) {
+    int32_t before = -1;
+    b.mLockBuffer(0);
+    while (before != b.mGetLength()) {
+        before = b.mGetLength();
+        b.mConcat("x", 1);
+    }
+    b.mUnlock(before);
+    return before;
+}
+
 }  // namespace
 
 TEST(CGVBuffer, InitAndConcatTextLengths) {
@@ -52,7 +65,7 @@ TEST(CGVBuffer, NullInitGivesZeroBytes) {
     b.mConcat("\x01", 1);
     EXPECT_EQ(0, b.mIsNull());
     CGVBuffer sized(5, 16);
-    EXPECT_EQ(5, sized.mGetLength());
+    EXPECT_EQ(std::string(5, '\0'), Content(sized));
 }
 
 TEST(CGVBuffer, AppendingItselfSurvivesTheBlockMoving) {
@@ -114,6 +127,7 @@ TEST(CGVBuffer, ReplaceAll) {
         {"ab", "abc", "z", "ab", 0},
         {std::string("a\0b", 3), "b", "cd", std::string("a\0cd", 4), 1},
         {"abc", "", "z", "abc", 0},
+        {"abac", "ac", "-", "ab-", 1},  // the first byte matches before the whole does
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.content + " / " + row.find + " / " + row.repl);
@@ -145,6 +159,18 @@ TEST(CGVBuffer, CompareIsUnsignedThenByLength) {
     CGVBuffer a;
     CGVLong number;
     EXPECT_EQ(-1, a.mCompare(&number));
+}
+
+TEST(CGVBuffer, BlocksGrowInWholeStepsWithRoomForTheTerminator) {
+    struct Row {
+        int32_t step, length, room;
+    } rows[] = {{4, 3, 3}, {4, 4, 7}, {4, 7, 7}, {4, 8, 11}, {128, 1, 127}, {5, 10, 14}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.length);
+        CGVBuffer b(0, row.step);
+        Fill(b, std::string(static_cast<size_t>(row.length), 'r'));
+        EXPECT_EQ(row.room, Room(b));
+    }
 }
 
 TEST(CGVBuffer, CopyResetsTheStepAndKeepsTheContent) {
@@ -187,6 +213,9 @@ TEST(CGVBuffer, Assignments) {
 TEST(CGVBuffer, ClearAndRollBack) {
     CGVBuffer b;
     Fill(b, "abcdef");
+    CGVBuffer none;
+    none.mRollBack(3);  // no block: nothing to keep
+    EXPECT_EQ(0, none.mGetLength());
     b.mRollBack(2);
     EXPECT_EQ("ab", Content(b));
     b.mRollBack(-5);

@@ -28,7 +28,7 @@ class Other : public CGVObject {};
 
 }  // namespace
 
-TEST(CGVLong, EmptyStatesAreZero) {
+TEST(CGVLong, EmptyStatesBitsAndVisits) {
     CGVLong seven(7);
     std::unique_ptr<CGVObject> fresh(seven.mNew());
     std::unique_ptr<CGVObject> copy(seven.mCopy());
@@ -37,14 +37,13 @@ TEST(CGVLong, EmptyStatesAreZero) {
     seven.mClear();
     EXPECT_EQ(0, static_cast<int32_t>(seven));
     EXPECT_EQ(0, CGVLong().mGetValue());
-}
-
-TEST(CGVLong, BitOperators) {
     CGVLong v(0x0F);
     v |= 0x30;
     EXPECT_EQ(0x3F, v.mGetValue());
     v &= 0x12;
     EXPECT_EQ(0x12, v.mGetValue());
+    LongVisitor visitor;
+    EXPECT_EQ(0x12 + 2, v.mVisit(&visitor, 2));
 }
 
 TEST(CGVLong, AssignFromStringReadsLikeAtol) {
@@ -71,6 +70,9 @@ TEST(CGVLong, AssignFromObjectsOfOtherClassesChangesNothing) {
     CGVObject& base = v;
     base = static_cast<CGVObject const&>(nine);
     EXPECT_EQ(9, v.mGetValue());
+    CGVLong copy;
+    copy = CGVLong(8);
+    EXPECT_EQ(8, copy.mGetValue());
     Other other;
     EXPECT_NO_THROW(base = other);
     EXPECT_EQ(9, v.mGetValue());
@@ -84,12 +86,6 @@ TEST(CGVLong, CompareIsSignedAndRefusesOtherClasses) {
     EXPECT_EQ(0, five.mCompare(&alsoFive));
     EXPECT_EQ(-1, five.mCompare(&text));
     EXPECT_EQ(-1, five.mCompare(nullptr));
-}
-
-TEST(CGVLong, VisitCallsTheLongSlot) {
-    CGVLong v(40);
-    LongVisitor visitor;
-    EXPECT_EQ(42, v.mVisit(&visitor, 2));
 }
 
 TEST(CGVLong, FromOleVariant) {
@@ -122,29 +118,24 @@ TEST(CGVLong, FromOleVariant) {
 
 TEST(CGVLong, FromDBVariant) {
     struct Row {
-        DWORD type;
-        int32_t raw;
+        void (*set)(CDBVariant&);
         int32_t want;
     } rows[] = {
-        {DBVT_BOOL, -1, -1}, {DBVT_BOOL, 2, 0}, {DBVT_BOOL, 1, 1}, {DBVT_UCHAR, 0xF0, 0xF0},
-        {DBVT_SHORT, -2, -2}, {DBVT_LONG, -70000, -70000}, {DBVT_DOUBLE, 0, 11},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = -1; }, -1},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = 2; }, 0},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = 1; }, 1},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_UCHAR, v.m_lVal = 0x7FF0; }, 0xF0},  // one byte only
+        {[](CDBVariant& v) { v.m_dwType = DBVT_SHORT, v.m_iVal = -2; }, -2},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_LONG, v.m_lVal = -70000; }, -70000},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_DOUBLE, v.m_dblVal = 4.0; }, 11},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.type);
+        SCOPED_TRACE(row.want);
         CDBVariant variant;
-        variant.m_dwType = row.type;
-        if (row.type == DBVT_UCHAR)
-            variant.m_chVal = static_cast<unsigned char>(row.raw);
-        else if (row.type == DBVT_SHORT)
-            variant.m_iVal = static_cast<short>(row.raw);
-        else if (row.type == DBVT_DOUBLE)
-            variant.m_dblVal = 4.0;
-        else
-            variant.m_lVal = row.raw;
+        row.set(variant);
         CGVLong v(11);
         v.mConvertFromDBVariant(variant);
         EXPECT_EQ(row.want, v.mGetValue());
-        variant.m_dwType = DBVT_NULL;
     }
 }
 

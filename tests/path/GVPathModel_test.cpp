@@ -43,21 +43,6 @@ const PrefixRow kPrefixRows[] = {
 
 }  // namespace
 
-TEST(CGVPathModel, ConstantsHoldTheirTextsAndTheDefaultSchemeIsHttp) {
-    EXPECT_EQ('\\', CGVPath::CHAR_PATH_DELIMITER);
-    EXPECT_EQ('/', CGVPath::CHAR_UNIX_DELIMITER);
-    EXPECT_EQ(':', CGVPath::CHAR_URL_SCHEME_DELIMITER);
-    EXPECT_STREQ("\\", CGVPath::FILE_PATH_DELIMITER);
-    EXPECT_STREQ("*.*", CGVPath::FILE_WILDCARD);
-    EXPECT_STREQ("..", CGVPath::FILE_PARENT_DIR);
-    EXPECT_STREQ("CLASS", CGVPath::EXTENSION_CLASS);
-    EXPECT_STREQ("gopher", CGVPath::URL_SCHEME_GOPHER);
-    EXPECT_STREQ("://", CGVPath::URL_SCHEME_DELIMITER);
-    // Bound to the constant itself, not to a copy of it.
-    EXPECT_EQ(&CGVPath::URL_SCHEME_HTTP, &CGVPath::DEFAULT_URL_SCHEME);
-    EXPECT_STREQ("http", CGVPath::DEFAULT_URL_SCHEME);
-}
-
 TEST(CGVPathModel, IsAStringThroughTheValueInterface) {
     CGVPath path("C:\\dir");
     std::unique_ptr<CGVObject> copy(path.mCopy());
@@ -74,6 +59,8 @@ TEST(CGVPathModel, IsAStringThroughTheValueInterface) {
     EXPECT_STREQ("s", assigned = CGVString("s"));
     EXPECT_STREQ("C:\\dir", assigned = path);
     EXPECT_STREQ("---", CGVPath('-', 3));
+    // The default scheme is bound to the constant itself, not to a copy of it.
+    EXPECT_EQ(&CGVPath::URL_SCHEME_HTTP, &CGVPath::DEFAULT_URL_SCHEME);
 }
 
 TEST(CGVPathModel, PrefixTestsOverTheAwkwardTable) {

@@ -185,9 +185,9 @@ TEST(CGVPathTrim, PrivateReplaceGroupStepsThroughTheRange) {
     CGVPath digits("a1b22c333");
     EXPECT_EQ(6, Access::PrivateReplaceGroup(digits, '1', '3', '#', 0));
     EXPECT_STREQ("a#b##c###", digits);
-    CGVPath limited("1a1b1");
+    CGVPath limited("1a11");
     EXPECT_EQ(2, Access::PrivateReplaceGroup(limited, '1', '1', '#', 3));
-    EXPECT_STREQ("#a#b1", limited);
+    EXPECT_STREQ("#a#1", limited);
     CGVPath backwards("abc");
     EXPECT_EQ(0, Access::PrivateReplaceGroup(backwards, 'c', 'a', '#', 0));
     // Signed bytes: 0x80..0xFF come before 0x00..0x7F, so this range is empty...

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "gvlib/platform/afxstr.h"
@@ -14,6 +15,12 @@ struct Row {
     const char* want;
 };
 
+double Bits(uint64_t bits) {
+    double d;
+    std::memcpy(&d, &bits, sizeof d);
+    return d;
+}
+
 }  // namespace
 
 TEST(CrtFormat, FloatsRoundHalfUpOnSeventeenDigits) {
@@ -23,7 +30,7 @@ TEST(CrtFormat, FloatsRoundHalfUpOnSeventeenDigits) {
         {"%.1f", 0.35, "0.3"},      {"%.1f", -0.25, "-0.3"},     {"%.1f", 0.0, "0.0"},
         {"%.1f", 9.96, "10.0"},     {"%.2f", 1e-9, "0.00"},      {"%.1f", 0.04, "0.0"},
         {"%f", 1.0 / 3, "0.333333"}, {"%.1f", 123456.75, "123456.8"}, {"%.3f", 1e20, "100000000000000000000.000"},
-        {"%e", 1.0, "1.000000e+000"}, {"%.2e", 12345.0, "1.23e+004"}, {"%E", 1e-300, "1.000000E-300"},
+        {"%e", 1.0, "1.000000e+000"}, {"%.2e", 12345.0, "1.23e+004"}, {"%.0e", 2.0, "2e+000"}, {"%E", 1e-300, "1.000000E-300"},
         {"%g", 0.0001, "0.0001"},    {"%g", 0.00001, "1e-005"},   {"%g", 1234567.0, "1.23457e+006"},
         {"%g", 100.0, "100"},        {"%.1f", 0.5, "0.5"},        {"%8.2f", 3.14159, "    3.14"},
         {"%-8.1f|", 2.0, "2.0     |"}, {"%+.1f", 1.0, "+1.0"},     {"%08.2f", -1.5, "-0001.50"},
@@ -44,6 +51,10 @@ TEST(CrtFormat, SpecialValuesUseTheOriginalSpelling) {
         {"%.2f", inf, "1.#J"},
         {"%f", -inf, "-1.#INF00"},
         {"%.1f", std::numeric_limits<double>::quiet_NaN(), "1.$"},
+        {"%f", Bits(0x7FF8000000000000ull), "1.#QNAN0"},
+        {"%f", Bits(0xFFF8000000000000ull), "-1.#IND00"},
+        {"%f", Bits(0xFFF8000000000001ull), "-1.#QNAN0"},
+        {"%f", Bits(0x7FF0000000000001ull), "1.#SNAN0"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.want);
@@ -61,6 +72,8 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     EXPECT_STREQ("-5|4000000000|4464|-9000000000|1|ff|00042|7   |+3", s);
     s.Format("%s|%.2s|%5s|%c|%%|%S", "abc", "abc", "ab", 'z', L"w\u00e9");
     EXPECT_STREQ("abc|ab|   ab|z|%|w\xE9", s);
+    s.Format("%lld|%llu|%hhd|%Id|%I32d|%.*f|%*d|%*d|", 0x100000001LL, -1LL, 300, 5, -6, 2, 1.0, 3, 5, -3, 4);
+    EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5|4  |", s);
     s.Format("%s", static_cast<const char*>(nullptr));
     EXPECT_STREQ("(null)", s);
 }

@@ -32,6 +32,8 @@ TEST(CStringT, GetBufferOnASharedCopyDoesNotChangeTheOther) {
     EXPECT_STREQ("xbc", b);
     CString locked("locked");
     locked.LockBuffer();
+    locked.GetBuffer(100);  // a new block stays locked
+    locked.ReleaseBuffer();
     CString copy(locked);
     EXPECT_NE(copy.GetString(), locked.GetString());
     locked.UnlockBuffer();
@@ -46,6 +48,11 @@ TEST(CStringT, IndexesOutsideTheTextAreRefused) {
     EXPECT_THROW(s.SetAt(3, 'x'), CInvalidArgException);
     EXPECT_THROW(s.SetAt(-1, 'x'), CInvalidArgException);
     EXPECT_THROW(s.Truncate(4), CInvalidArgException);
+    EXPECT_THROW(s.ReleaseBufferSetLength(-1), CInvalidArgException);
+    EXPECT_THROW(s.SetString("x", -1), CInvalidArgException);
+    EXPECT_THROW(s.Append("x", -1), CInvalidArgException);
+    EXPECT_THROW(s.Append(nullptr, 3), CInvalidArgException);
+    EXPECT_THROW(s.ReleaseBufferSetLength(1 << 20), CInvalidArgException);
     EXPECT_STREQ("abc", s);
 }
 
@@ -72,6 +79,8 @@ TEST(CStringT, EmbeddedNulsAreKeptByCountedOperations) {
     EXPECT_EQ(6, joined.GetLength());
     EXPECT_EQ('x', joined.GetAt(5));
     EXPECT_EQ(3, s.Mid(2).GetLength());
+    s.SetString(nullptr, 3);  // no source: empty, whatever the count
+    EXPECT_EQ(0, s.GetLength());
 }
 
 TEST(CStringT, Searching) {
@@ -103,6 +112,8 @@ TEST(CStringT, Editing) {
     CString u("MiXeD \xC4");
     u.MakeLower();
     EXPECT_STREQ("mixed \xC4", u);  // case mapping of the "C" locale: ASCII only
+    EXPECT_STREQ("MIXED \xC4", u.MakeUpper());
+    EXPECT_STREQ("\xC4 DEXIM", u.MakeReverse());
     CString v("abc");
     v.Insert(1, "XY");
     EXPECT_STREQ("aXYbc", v);
@@ -111,6 +122,21 @@ TEST(CStringT, Editing) {
     CString w("..x..");
     w.Trim('.');
     EXPECT_STREQ("x", w);
+    struct Row {
+        const char* text;
+        const char* set;
+        const char* left;
+        const char* right;
+    } rows[] = {
+        {"xyaxy", "yx", "axy", "xya"}, {"xx", "x", "", ""}, {"ab", "x", "ab", "ab"},
+        {"ab", "", "ab", "ab"},       {"ab", nullptr, "ab", "ab"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        CString left(row.text), right(row.text);
+        EXPECT_STREQ(row.left, left.TrimLeft(row.set));
+        EXPECT_STREQ(row.right, right.TrimRight(row.set));
+    }
 }
 
 TEST(CStringT, ComparisonIsByUnsignedBytes) {

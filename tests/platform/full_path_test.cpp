@@ -44,6 +44,9 @@ TEST(FullPathName, LexicalRules) {
 TEST(FullPathName, TooSmallBufferAnswersTheSizeNeeded) {
     char buf[4];
     EXPECT_EQ(7u, GetFullPathNameA("C:\\abc", sizeof buf, buf, nullptr));
+    char exact[7];
+    EXPECT_EQ(6u, GetFullPathNameA("C:\\abc", sizeof exact, exact, nullptr));
+    EXPECT_STREQ("C:\\abc", exact);
     char big[MAX_PATH];
     char* part = nullptr;
     EXPECT_EQ(10u, GetFullPathNameA("C:\\d\\f.txt", MAX_PATH, big, &part));

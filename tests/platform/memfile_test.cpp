@@ -66,8 +66,7 @@ int FileCause(const std::function<void()>& action) {
 
 TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     BYTE block[6] = {'a', 'b', 'c', 'd', 'e', 'f'};
-    ProbeMemFile file;
-    file.Attach(block, sizeof block);
+    ProbeMemFile file(block, sizeof block);
     EXPECT_EQ(file.GetLength(), 6u);
     EXPECT_EQ(file.Buffer(), block);
     EXPECT_FALSE(file.AutoDelete());
@@ -80,6 +79,7 @@ TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     EXPECT_EQ(std::memcmp(block, "aXYdef", 6), 0);
     file.Seek(-1, CFile::end);
     file.Write("Z", 1);
+    file.SetLength(6);
     EXPECT_EQ(std::memcmp(block, "aXYdeZ", 6), 0);
     EXPECT_EQ(file.GetLength(), 6u);
     EXPECT_EQ(file.Buffer(), block);
@@ -102,24 +102,6 @@ TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     EXPECT_EQ(file.GetLength(), 0u);
     EXPECT_EQ(file.GetPosition(), 0u);
     EXPECT_EQ(file.Buffer(), nullptr);
-}
-
-TEST(CMemFile, ConstructorAttaches) {
-    BYTE block[4] = {1, 2, 3, 4};
-    CMemFile file(block, sizeof block);
-    EXPECT_EQ(file.GetLength(), 4u);
-    BYTE b = 0;
-    file.Seek(3, CFile::begin);
-    EXPECT_EQ(file.Read(&b, 1), 1u);
-    EXPECT_EQ(b, 4);
-    EXPECT_EQ(file.Detach(), block);
-}
-
-TEST(CMemFile, AttachNullBlockWithSizeIsRefused) {
-    CMemFile file;
-    EXPECT_THROW(file.Attach(nullptr, 4), CInvalidArgException);
-    file.Attach(nullptr, 0);
-    EXPECT_EQ(file.GetLength(), 0u);
 }
 
 TEST(CMemFile, GrowsInWholeSteps) {
@@ -149,17 +131,16 @@ TEST(CMemFile, GrowsInWholeSteps) {
     }
 }
 
-TEST(CMemFile, NoGrowthRefusesEveryWrite) {
-    CMemFile file(0);
-    EXPECT_TRUE(ThrowsMemory([&] { file.Write("a", 1); }));
-    EXPECT_EQ(file.GetLength(), 0u);
-}
-
-TEST(CMemFile, FailedAllocationRaisesMemoryException) {
-    FailingMemFile file;
-    EXPECT_TRUE(ThrowsMemory([&] { file.Write("a", 1); }));
-    EXPECT_TRUE(ThrowsMemory([&] { file.SetLength(10); }));
-    EXPECT_EQ(file.GetLength(), 0u);
+TEST(CMemFile, RefusalsLeaveTheFileEmpty) {
+    CMemFile noGrowth(0), attached;
+    FailingMemFile failing;
+    EXPECT_TRUE(ThrowsMemory([&] { noGrowth.Write("a", 1); }));
+    EXPECT_TRUE(ThrowsMemory([&] { failing.Write("a", 1); }));
+    EXPECT_TRUE(ThrowsMemory([&] { failing.SetLength(10); }));
+    EXPECT_THROW(attached.Attach(nullptr, 4), CInvalidArgException);
+    attached.Attach(nullptr, 0);
+    for (CMemFile* file : {&noGrowth, static_cast<CMemFile*>(&failing), &attached})
+        EXPECT_EQ(file->GetLength(), 0u);
 }
 
 TEST(CMemFile, AttachWithGrowthStartsEmptyAndMayMove) {
@@ -194,6 +175,10 @@ TEST(CMemFile, DetachOfOwnBlockHandsItToTheCaller) {
     file.Write("x", 1);
     EXPECT_TRUE(file.AutoDelete());
     EXPECT_EQ(Content(file), (Bytes{'x'}));
+    file.Close();
+    EXPECT_EQ(file.GetLength(), 0u);
+    EXPECT_EQ(file.Buffer(), nullptr);
+    EXPECT_EQ(file.GrowBytes(), 0u);  // as the framework does: a closed memory file cannot grow
 }
 
 TEST(CMemFile, SeekRules) {
@@ -210,6 +195,10 @@ TEST(CMemFile, SeekRules) {
     EXPECT_EQ(FileCause([&] { file.Seek(0, 7); }), CFileException::badSeek);
 
     EXPECT_EQ(file.Seek(-2, CFile::current), 1u);
+    char buf[8] = {};
+    EXPECT_EQ(file.Read(buf, 8), 2u);  // stops at the end
+    EXPECT_STREQ(buf, "bc");
+    EXPECT_EQ(file.Read(buf, 0), 0u);
     EXPECT_EQ(file.Seek(0, CFile::end), 3u);
     file.SeekToBegin();
     EXPECT_EQ(file.GetPosition(), 0u);
@@ -237,26 +226,6 @@ TEST(CMemFile, GapAfterShrinkReadsAsZeros) {
     EXPECT_EQ(file.GetPosition(), 5u);  // within the length: unchanged
     EXPECT_EQ(Content(file), (Bytes{'a', 'b', 0, 0, 'Z', 0, 0}));
     EXPECT_TRUE(ThrowsMemory([&] { file.SetLength(0x100000000ull); }));
-}
-
-TEST(CMemFile, ReadStopsAtTheEnd) {
-    CMemFile file;
-    file.Write("abcd", 4);
-    file.Seek(1, CFile::begin);
-    char buf[10] = {};
-    EXPECT_EQ(file.Read(buf, 10), 3u);
-    EXPECT_STREQ(buf, "bcd");
-    EXPECT_EQ(file.Read(buf, 10), 0u);
-    EXPECT_EQ(file.Read(buf, 0), 0u);
-}
-
-TEST(CMemFile, CloseEmptiesTheFile) {
-    ProbeMemFile file(16);
-    file.Write("abc", 3);
-    file.Close();
-    EXPECT_EQ(file.GetLength(), 0u);
-    EXPECT_EQ(file.Buffer(), nullptr);
-    EXPECT_EQ(file.GrowBytes(), 0u);  // as the framework does: a closed memory file cannot grow
 }
 
 TEST(CMemFile, CarriesAnArchive) {
@@ -301,7 +270,9 @@ TEST(CFile, HostFileRoundTrip) {
         EXPECT_EQ(file.Read(buf, sizeof buf), 5u);
         EXPECT_STREQ(buf, "world");
         EXPECT_EQ(file.Read(buf, sizeof buf), 0u);
+        EXPECT_THROW(file.Read(nullptr, 1), CInvalidArgException);
         EXPECT_EQ(FileCause([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
+        EXPECT_EQ(file.Seek(0, CFile::begin), 0u);
         file.SetLength(5);
         EXPECT_EQ(file.GetLength(), 5u);
         EXPECT_EQ(file.GetPosition(), 5u);
@@ -336,6 +307,10 @@ TEST(CFile, HostFileRoundTrip) {
         // Writing to a file opened for reading raises the mapped errno cause.
         CFile file(path.c_str(), CFile::modeRead);
         EXPECT_EQ(FileCause([&] { file.Write("x", 1); }), CFileException::invalidFile);
+        EXPECT_THROW(file.SetLength(1), CFileException);
     }
     EXPECT_EQ(::unlink(path.c_str()), 0);
+    CFile bogus;
+    bogus.m_hFile = 1 << 20;  // no such descriptor: closing it fails and says so
+    EXPECT_THROW(bogus.Close(), CFileException);
 }

@@ -16,9 +16,13 @@ TEST(Bstr, NarrowBytesTravelUnconverted) {
     EXPECT_EQ(5u, SysStringByteLen(copy.bstrVal));
     EXPECT_EQ(0, std::memcmp(copy.bstrVal, "h\xE9llo", 5));
     EXPECT_TRUE(copy == v);
+    EXPECT_FALSE(COleVariant(int32_t{1}) == COleVariant(int32_t{2}));
 }
 
 TEST(Bstr, CountedStringsTakeTheSixteenBitWideForm) {
+    BSTR plain = SysAllocString(u"abc");
+    EXPECT_EQ(3u, SysStringLen(plain));
+    SysFreeString(plain);
     COleVariant v;
     v = CString("A\x80");
     ASSERT_EQ(VT_BSTR, v.vt);
@@ -55,6 +59,13 @@ TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
     SAFEARRAY* psa = SafeArrayCreateVector(VT_UI1, 0, 4);
     ASSERT_NE(nullptr, psa);
     EXPECT_EQ(4u, psa->rgsabound[0].cElements);
+    LONG bound = -7;
+    VARTYPE vt = VT_EMPTY;
+    EXPECT_EQ(S_OK, SafeArrayGetLBound(psa, 1, &bound));
+    EXPECT_EQ(0, bound);
+    EXPECT_EQ(S_OK, SafeArrayGetVartype(psa, &vt));
+    EXPECT_EQ(VT_UI1, vt);
+    EXPECT_EQ(E_INVALIDARG, SafeArrayGetVartype(psa, nullptr));
     void* data = nullptr;
     ASSERT_EQ(S_OK, SafeArrayAccessData(psa, &data));
     std::memcpy(data, "wxyz", 4);

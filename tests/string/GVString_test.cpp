@@ -105,45 +105,26 @@ TEST(CGVString, ValueSlots) {
 
 TEST(CGVString, ConversionFromDatabaseVariants) {
     struct Row {
-        DWORD type;
-        double value;
+        void (*set)(CDBVariant&);
         const char* want;
     } rows[] = {
-        {DBVT_SHORT, -3, "-3"},   {DBVT_LONG, -7, "-7"},     {DBVT_SINGLE, 0.5, "0.5"},
-        {DBVT_DOUBLE, 0.25, "0.3"}, {DBVT_BOOL, 1, "keep"},  {DBVT_UCHAR, 9, "keep"},
-        {DBVT_NULL, 0, "keep"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_SHORT, v.m_iVal = -3; }, "-3"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_LONG, v.m_lVal = -7; }, "-7"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_SINGLE, v.m_fltVal = 0.5f; }, "0.5"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_DOUBLE, v.m_dblVal = 0.25; }, "0.3"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_BOOL, v.m_lVal = 1; }, "keep"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_UCHAR, v.m_chVal = 9; }, "keep"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_NULL; }, "keep"},
+        {[](CDBVariant& v) { v.m_dwType = DBVT_WSTRING, v.m_pstringW = new CStringW(L"\u20ac1"); }, "\x80" "1"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.want);
         CDBVariant v;
-        v.m_dwType = row.type;
-        switch (row.type) {
-        case DBVT_SHORT:
-            v.m_iVal = static_cast<short>(row.value);
-            break;
-        case DBVT_LONG:
-            v.m_lVal = static_cast<int32_t>(row.value);
-            break;
-        case DBVT_SINGLE:
-            v.m_fltVal = static_cast<float>(row.value);
-            break;
-        case DBVT_DOUBLE:
-            v.m_dblVal = row.value;
-            break;
-        default:
-            v.m_lVal = static_cast<int32_t>(row.value);
-            break;
-        }
+        row.set(v);
         CGVString s("keep");
         s.mConvertFromDBVariant(v);
         EXPECT_STREQ(row.want, s);
     }
-    CDBVariant text;
-    text.m_dwType = DBVT_WSTRING;
-    text.m_pstringW = new CStringW(L"\u20ac1");
-    CGVString s;
-    s.mConvertFromDBVariant(text);
-    EXPECT_STREQ("\x80" "1", s);
 }
 
 TEST(CGVString, ConversionFromOleVariants) {
