@@ -2,6 +2,7 @@
 // factory, and every truncation of a valid form.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -11,7 +12,9 @@
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/datetime/GVDate.h"
+#include "gvlib/platform/afxexcept.h"
 #include "gvlib/string/GVString.h"
+#include "support/archive_bytes.h"
 
 namespace {
 
@@ -81,28 +84,106 @@ TEST(TextStream, EveryTruncationLeavesTheStreamFailed) {
     }
 }
 
-TEST(TextStream, DamagedLengths) {
+namespace {
+
+// What a body read left in an object, as text to compare.
+std::string Describe(CGVObject& obj) {
+    if (auto* t = dynamic_cast<CGVString*>(&obj))
+        return std::string(*t);
+    if (auto* u = dynamic_cast<CGVLong*>(&obj))
+        return std::to_string(u->mGetValue());
+    if (auto* v = dynamic_cast<CGVBuffer*>(&obj)) {
+        std::string content(v->mGetBuffer(), static_cast<size_t>(v->ContentLength()));
+        // The first 8 bytes up to a 0 byte, and how many 0 bytes the content holds.
+        std::string shown = content.substr(0, std::min(content.find('\0'), size_t{8}));
+        auto zeros = std::count(content.begin(), content.end(), '\0');
+        return std::to_string(v->mGetLength()) + ":" + shown + "+" + std::to_string(zeros);
+    }
+    std::string out;
+    if (auto* x = dynamic_cast<CGVStringArray*>(&obj))
+        for (int32_t i = 0; i < x->mGetNumItems(); ++i)
+            out += std::string((*x)[i]) + "|";
+    if (auto* y = dynamic_cast<CGVLongArray*>(&obj))
+        for (int32_t i = 0; i < y->mGetNumItems(); ++i)
+            out += std::to_string((*y)[i]) + ",";
+    return out;
+}
+
+CGVObject* Prefilled(char tag) {
+    CGVString keep("keep");
+    int32_t nine = 9;
+    switch (tag) {
+    case 'T':
+        return new CGVString("old");
+    case 'U':
+        return new CGVLong(9);
+    case 'V': {
+        auto* v = new CGVBuffer;
+        v->mInit("old content", 11);
+        return v;
+    }
+    case 'X': {
+        auto* x = new CGVStringArray;
+        x->mAdd(&keep);
+        return x;
+    }
+    default: {
+        auto* y = new CGVLongArray;
+        y->mAdd(&nine);
+        return y;
+    }
+    }
+}
+
+std::string ReadBody(std::string const& form, CGVObject& target) {
+    std::istringstream is(form);
+    try {
+        is >> target;
+    } catch (CArchiveException const& e) {
+        return "archive " + std::to_string(e.m_cause);
+    } catch (CMemoryException const&) {
+        return "memory";
+    }
+    return Describe(target);
+}
+
+}  // namespace
+
+TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
     struct Row {
         std::string form;
-        int32_t wantLength;
+        std::string byDefault;  // Describe() after reading into a prefilled target
+        std::string strictly;   // "same" as by default, or the exception raised
     } rows[] = {
-        {"T-4 abcdef", 0},
-        {"T2000000000 0123456789", 10},
-        {"V-4 abcdef", 0},
-        {"V2000000000 0123456789", 10},
-        {"V99999999999 ab", 0},
+        {"T5 ab", "ab", "archive 3"},
+        {"Tx abc ", "", "archive 3"},
+        {"T-5 abcdef", "", "archive 3"},
+        {"T99999999999 ab", "", "archive 3"},
+        {"T", "", "archive 3"},
+        {"T2147483647 ab", "memory", "memory"},
+        {"U", "9", "archive 3"},  // exhausted: the extraction does not run
+        {"Ux ", "0", "archive 3"},
+        {"V5 ab", "5:abd c+0", "archive 3"},  // read in place over the old content
+        {"V", "11:old cont+0", "archive 3"},
+        {"V-5 abcdef", "0:+0", "archive 3"},
+        {"Vx abc ", "0:+0", "archive 3"},
+        {"V100000 ab", "100000:ab+99998", "archive 3"},
+        {"V2147483647 ab", "memory", "memory"},
+        {"XU3 T1 a", "keep|a|||", "archive 3"},
+        {"XU-3 T1 a ", "keep|", "same"},
+        {"XU2147483647 T1 a", "memory", "memory"},
+        {"YU3 U7 ", "9,7,0,0,", "archive 3"},
+        {"YU536870912 U7 ", "memory", "memory"},
     };
     for (Row const& row : rows) {
         SCOPED_TRACE(row.form);
-        std::istringstream is;
-        std::unique_ptr<CGVObject> obj = Read(row.form, is);
-        ASSERT_NE(nullptr, obj);
-        if (auto* s = dynamic_cast<CGVString*>(obj.get())) {
-            EXPECT_EQ(row.wantLength, s->GetLength());
-        }
-        if (auto* b = dynamic_cast<CGVBuffer*>(obj.get())) {
-            EXPECT_EQ(row.wantLength, b->mGetLength());
-            EXPECT_GE(b->mGetLength(), 0);
+        std::unique_ptr<CGVObject> target(Prefilled(row.form[0]));
+        EXPECT_EQ(row.byDefault, ReadBody(row.form, *target));
+        gvtest::LoadingPolicy strict(true);
+        std::unique_ptr<CGVObject> strictTarget(Prefilled(row.form[0])), untouched(Prefilled(row.form[0]));
+        EXPECT_EQ(row.strictly == "same" ? row.byDefault : row.strictly, ReadBody(row.form, *strictTarget));
+        if (row.strictly != "same") {
+            EXPECT_EQ(Describe(*untouched), Describe(*strictTarget));
         }
     }
 }
