@@ -160,6 +160,7 @@ TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
         {"T-5 abcdef", "", "archive 3"},
         {"T99999999999 ab", "", "archive 3"},
         {"T", "", "archive 3"},
+        {"T200000000 0123456789", "0123456789", "archive 3"},  // costs what arrived
         {"T2147483647 ab", "memory", "memory"},
         {"U", "9", "archive 3"},  // exhausted: the extraction does not run
         {"Ux ", "0", "archive 3"},
