@@ -168,11 +168,15 @@ void CGVBuffer::Serialize(CArchive& ar) {
     m_length = 0;
     if (length == 0)
         return;
+    bool reused = HasRoomFor(length);
     ReplaceBlockFor(length);
     m_length = length;
     // The count Read returns is not checked; the bytes not delivered are zero.
+    // A fresh block is zero-filled already, and left untouched its pages cost
+    // no memory.
     UINT got = ar.Read(m_data, static_cast<UINT>(length));
-    std::memset(m_data + got, 0, static_cast<size_t>(length) - got);
+    if (reused)
+        std::memset(m_data + got, 0, static_cast<size_t>(length) - got);
 }
 
 void CGVBuffer::WriteContent(CArchive& ar) const {
