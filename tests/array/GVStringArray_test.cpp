@@ -139,17 +139,6 @@ TEST(CGVStringArray, ArchiveStringLayout) {
     EXPECT_EQ(expected, gvtest::Stored(back));
 }
 
-TEST(CGVStringArray, ArchiveOlderRecordLayout) {
-    // Three slots of 8-byte records, two items: text 4 bytes into each record.
-    std::vector<BYTE> bytes = gvtest::Header(8, 3, 3, 2);
-    for (BYTE b : std::initializer_list<BYTE>{9, 9, 9, 9, 'h', 'i', 0, 'x', 0, 0, 0, 0, 'f', 'u', 'l', 'l', 0, 0, 0, 0, 0, 0, 0, 0})
-        bytes.push_back(b);
-    CGVStringArray a;
-    gvtest::Load(bytes, a);
-    EXPECT_EQ((std::vector<std::string>{"hi", "full"}), Items(a));
-    EXPECT_EQ(0xFF, gvtest::Stored(a)[0]);  // stored again in the string layout, element size -1
-}
-
 TEST(CGVStringArray, TextFormAndBuffer) {
     CGVStringArray a;
     AddAll(a, {"a b", ""});
