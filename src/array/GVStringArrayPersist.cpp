@@ -35,23 +35,17 @@ void CGVStringArray::Serialize(std::istream& is) {
     // they are appended only once all are read, so an exception (strict loading's
     // short body, the memory exception) leaves the array as it was.
     gvplatform::detail::ChargeInput(static_cast<uint64_t>(n), gvlib::detail::kStringItemCost);
-    CGVStringPtrArray read;
-    try {
-        CGVString working;
-        for (int32_t i = 0; i < n; ++i) {
-            is >> working;
-            read.Add(new CGVString(working));
-        }
-        for (INT_PTR i = 0; i < read.GetSize(); ++i) {
-            m_strings.Add(read.GetAt(i));
-            read.SetAt(i, nullptr);
-            ++m_itemCount;
-        }
-    } catch (...) {
-        for (INT_PTR i = 0; i < read.GetSize(); ++i)
-            delete read.GetAt(i);
-        throw;
+    std::vector<std::unique_ptr<CGVString>> read;
+    CGVString working;
+    for (int32_t i = 0; i < n; ++i) {
+        is >> working;
+        read.push_back(std::make_unique<CGVString>(working));
     }
+    INT_PTR base = m_strings.GetSize();
+    m_strings.SetSize(base + static_cast<INT_PTR>(read.size()));  // one step, not one per string
+    for (size_t i = 0; i < read.size(); ++i)
+        m_strings.SetAt(base + static_cast<INT_PTR>(i), read[i].release());
+    m_itemCount += n;
 }
 
 void CGVStringArray::Serialize(CArchive& ar) {
@@ -76,8 +70,12 @@ void CGVStringArray::Serialize(CArchive& ar) {
 }
 
 void CGVStringArray::AdoptStrings(CGVStringPtrArray& read, int32_t count) {
+    // The slots grow in one step: the framework's growth by at most 1024 slots
+    // at a time would copy the slots once per thousand strings.
+    INT_PTR base = m_strings.GetSize();
+    m_strings.SetSize(base + read.GetSize());
     for (INT_PTR i = 0; i < read.GetSize(); ++i) {
-        m_strings.Add(read.GetAt(i));
+        m_strings.SetAt(base + i, read.GetAt(i));
         read.SetAt(i, nullptr);
     }
     // The item count is the header's, also where it differs from the strings read:
