@@ -10,32 +10,26 @@
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/QXStringStream.h"
 #include "gvlib/platform/afxarchive.h"
+#include "gvlib/platform/gvplatform.h"
+#include "platform/loading_policy.h"
 
 namespace gvlib::detail {
 
+ArrayHeader ReadArrayHeader(CArchive& ar) {
+    LONG elementSize = 0;
+    short growStep = 0;
+    LONG slots = 0;
+    LONG count = 0;
+    ar >> elementSize >> growStep >> slots >> count;
+    return {elementSize, growStep, slots, count};
+}
+
 char* ReadArchiveBlock(CArchive& ar, int64_t bytes) {
-    constexpr int64_t kChunk = 1 << 20;
-    struct Free {
-        void operator()(char* p) const { std::free(p); }
-    };
-    std::unique_ptr<char, Free> block;
-    int64_t have = 0;
-    int64_t room = 0;
-    while (have < bytes) {
-        int64_t want = std::min(bytes - have, kChunk);
-        if (have + want > room) {
-            room = std::min(bytes, std::max(have + want, room * 2));
-            auto* grown = static_cast<char*>(std::realloc(block.get(), static_cast<size_t>(room)));
-            if (grown == nullptr)
-                AfxThrowMemoryException();
-            block.release();
-            block.reset(grown);
-        }
-        UINT got = ar.Read(block.get() + have, static_cast<UINT>(want));
-        have += got;
-        if (got < want)
-            AfxThrowArchiveException(CArchiveException::endOfFile);
-    }
+    std::unique_ptr<char, decltype(&std::free)> block(gvplatform::detail::ZeroedBlock(static_cast<uint64_t>(bytes)),
+                                                      &std::free);
+    UINT got = bytes > 0 ? ar.Read(block.get(), static_cast<UINT>(bytes)) : 0;
+    if (got < bytes && gvplatform::StrictLoading())
+        gvplatform::detail::ThrowDamage(CArchiveException::endOfFile, gvplatform::detail::LoadOffset(ar));
     return block.release();
 }
 
@@ -50,22 +44,19 @@ void CGVArray::Serialize(CArchive& ar) {
             ar.Write(m_elements, static_cast<UINT>(bytes));
         return;
     }
-    LONG elementSize = 0;
-    short growStep = 0;
-    LONG slots = 0;
-    LONG count = 0;
-    ar >> elementSize >> growStep >> slots >> count;
-    // Archives come from Serialize; a header no array can have is damage.
-    int64_t bytes = static_cast<int64_t>(elementSize) * slots;
-    if (elementSize < 0 || slots < 0 || count < 0 || count > slots || bytes > INT32_MAX)
+    gvlib::detail::ArrayHeader header = gvlib::detail::ReadArrayHeader(ar);
+    // Serialize writes no such header, and the original could not have survived
+    // one (a negative block, items beyond the block): refused in every mode.
+    if (header.elementSize < 0 || header.slots < 0 || header.count < 0 || header.count > header.slots)
         AfxThrowArchiveException(CArchiveException::badIndex);
     // Read everything before touching the array, which stays as it was on failure.
+    int64_t bytes = BlockBytes(header.elementSize, header.slots);
     char* block = gvlib::detail::ReadArchiveBlock(ar, bytes);
-    AdoptBlock(block, slots);
-    m_elementSize = elementSize;
-    m_growStep = growStep;
-    m_allocatedSlots = slots;
-    m_itemCount = count;
+    AdoptBlock(block, header.slots);
+    m_elementSize = header.elementSize;
+    m_growStep = header.growStep;
+    m_allocatedSlots = header.slots;
+    m_itemCount = header.count;
 }
 
 void CGVArray::mSave(CGVBuffer& buffer) const {
@@ -77,12 +68,12 @@ void CGVArray::mSave(CGVBuffer& buffer) const {
 }
 
 void CGVArray::mLoad(CGVBuffer const& buffer) {
-    if (buffer.mGetLength() <= 0) {
+    if (buffer.ContentLength() <= 0) {
         mClear();
         return;
     }
     TQXStringStream stream;
     static_cast<TQXStringStreamBuf*>(stream.rdbuf())
-        ->mSetReadData(buffer.mGetBuffer(), static_cast<unsigned>(buffer.mGetLength()));
+        ->mSetReadData(buffer.mGetBuffer(), static_cast<unsigned>(buffer.ContentLength()));
     stream >> *this;
 }

@@ -6,11 +6,14 @@
 #include <istream>
 #include <ostream>
 #include <typeinfo>
+#include <vector>
 
 #include "gvlib/core/GVLong.h"
 #include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/afxexcept.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/gvplatform.h"
+#include "platform/loading_policy.h"
 
 namespace {
 
@@ -42,6 +45,14 @@ bool CGVLongArray::IsPlainLongArray() const {
 }
 
 void CGVLongArray::mAdd(int32_t const* value) {
+    if (value != nullptr && m_elementSize > 4) {
+        // A loaded archive may give wider elements: the value fills the first 4
+        // bytes of a zeroed element, so the copy reads nothing beyond it.
+        std::vector<char> element(static_cast<size_t>(m_elementSize), 0);
+        std::memcpy(element.data(), value, 4);
+        CGVArray::mAdd(element.data());
+        return;
+    }
     if (value == nullptr || !IsPlainLongArray()) {
         CGVArray::mAdd(value);
         return;
@@ -58,7 +69,17 @@ void CGVLongArray::mAdd(CGVLong* value) {
     mAdd(&v);
 }
 
-int32_t CGVLongArray::mSearch(int32_t value) { return CGVArray::mSearch(&value, LongComparison); }
+int32_t CGVLongArray::mSearch(int32_t value) {
+    if (m_elementSize == 4)
+        return CGVArray::mSearch(&value, LongComparison);
+    // Elements of another size (a loaded archive may give them) are compared by
+    // the values operator[] reads, never by 4 bytes that may run past the block.
+    CGVLongArray const& items = *this;
+    for (int32_t i = 0; i < m_itemCount; ++i)
+        if (items[i] == value)
+            return i;
+    return -1;
+}
 
 int32_t CGVLongArray::operator[](int32_t index) const {
     int32_t value = 0;  // outside the items nothing is read
@@ -95,16 +116,22 @@ void CGVLongArray::Serialize(std::ostream& os) {
 void CGVLongArray::Serialize(std::istream& is) {
     CGVLong count;
     is >> count;
-    for (int32_t i = 0; i < count.mGetValue(); ++i) {
-        // Each value read takes at least its tag from the stream, so a damaged
-        // count cannot add more items than the stream has characters.
-        if (!(is >> std::ws) || is.peek() == std::char_traits<char>::eof())
-            break;
+    int32_t n = count.mGetValue();
+    if (n <= 0)
+        return;
+    // Count times a value is read into a fresh CGVLong and added, as the original
+    // did: a read that fails adds 0. The items announced must fit the budget
+    // first; they are added only once all are read, so an exception (strict
+    // loading's short body) leaves the array as it was.
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(n), 4);
+    std::vector<int32_t> read;
+    for (int32_t i = 0; i < n; ++i) {
         CGVLong item;
         is >> item;
-        int32_t value = item.mGetValue();
-        CGVArray::mAdd(&value);
+        read.push_back(item.mGetValue());
     }
+    for (int32_t value : read)
+        mAdd(&value);
 }
 
 void CGVLongArray::Serialize(CArchive& ar) {
@@ -112,12 +139,12 @@ void CGVLongArray::Serialize(CArchive& ar) {
         CGVArray::Serialize(ar);
         return;
     }
-    // A long array's archive has 4-byte elements; any other size is damage. An
-    // element size of 0 in particular would give any count of items without a
-    // byte of data behind them.
+    // The original took any element size a long array's archive announced, and
+    // the typed members read at most 4 bytes of an element; strict loading
+    // refuses any size but 4.
     CGVArray loaded;
     loaded.Serialize(ar);
-    if (loaded.mGetElementSize() != 4)
-        AfxThrowArchiveException(CArchiveException::badIndex);
+    if (loaded.mGetElementSize() != 4 && gvplatform::StrictLoading())
+        gvplatform::detail::ThrowDamage(CArchiveException::badIndex, gvplatform::detail::LoadOffset(ar));
     CopyFrom(loaded);
 }

@@ -1,4 +1,7 @@
 // CGVStringArray: the text form (tag X) and both binary archive layouts.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <istream>
 #include <memory>
 #include <ostream>
@@ -7,6 +10,8 @@
 #include "array/array_archive.h"
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/core/GVLong.h"
+#include "gvlib/platform/gvplatform.h"
+#include "platform/loading_policy.h"
 
 void CGVStringArray::Serialize(std::ostream& os) {
     os << 'X';
@@ -22,15 +27,25 @@ void CGVStringArray::Serialize(std::ostream& os) {
 void CGVStringArray::Serialize(std::istream& is) {
     CGVLong count;
     is >> count;
+    int32_t n = count.mGetValue();
+    if (n <= 0)
+        return;
+    // Count times a string is read and added, as the original did: a read that
+    // fails adds an empty string. The strings announced must fit the budget first;
+    // they are appended only once all are read, so an exception (strict loading's
+    // short body, the memory exception) leaves the array as it was.
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(n), gvlib::detail::kStringItemCost);
+    std::vector<std::unique_ptr<CGVString>> read;
     CGVString working;
-    for (int32_t i = 0; i < count.mGetValue(); ++i) {
-        // Each string read takes at least its tag from the stream, so a damaged
-        // count cannot add more items than the stream has characters.
-        if (!(is >> std::ws) || is.peek() == std::char_traits<char>::eof())
-            break;
+    for (int32_t i = 0; i < n; ++i) {
         is >> working;
-        mAdd(&working);
+        read.push_back(std::make_unique<CGVString>(working));
     }
+    INT_PTR base = m_strings.GetSize();
+    m_strings.SetSize(base + static_cast<INT_PTR>(read.size()));  // one step, not one per string
+    for (size_t i = 0; i < read.size(); ++i)
+        m_strings.SetAt(base + static_cast<INT_PTR>(i), read[i].release());
+    m_itemCount += n;
 }
 
 void CGVStringArray::Serialize(CArchive& ar) {
@@ -41,63 +56,87 @@ void CGVStringArray::Serialize(CArchive& ar) {
         m_strings.Serialize(ar);
         return;
     }
-    LONG elementSize = 0;
-    short growStep = 0;
-    LONG slots = 0;
-    LONG count = 0;
-    ar >> elementSize >> growStep >> slots >> count;
-    if (count < 0)
-        AfxThrowArchiveException(CArchiveException::badIndex);
-    if (elementSize < 0)
-        LoadStringLayout(ar, count);
+    gvlib::detail::ArrayHeader header = gvlib::detail::ReadArrayHeader(ar);
+    // The original kept a negative item count; strict loading calls it damage.
+    if (header.count < 0 && gvplatform::StrictLoading())
+        gvplatform::detail::ThrowDamage(CArchiveException::badIndex, gvplatform::detail::LoadOffset(ar));
+    if (header.elementSize < 0)
+        LoadStringLayout(ar, header.count);
     else
-        LoadRecordLayout(ar, elementSize, slots, count);
-    m_elementSize = elementSize;
-    m_growStep = growStep;
-    m_allocatedSlots = slots;
+        LoadRecordLayout(ar, header.elementSize, header.slots, header.count);
+    m_elementSize = header.elementSize;
+    m_growStep = header.growStep;
+    m_allocatedSlots = header.slots;
+}
+
+void CGVStringArray::AdoptStrings(CGVStringPtrArray& read, int32_t count) {
+    // The slots grow in one step: the framework's growth by at most 1024 slots
+    // at a time would copy the slots once per thousand strings.
+    INT_PTR base = m_strings.GetSize();
+    m_strings.SetSize(base + read.GetSize());
+    for (INT_PTR i = 0; i < read.GetSize(); ++i) {
+        m_strings.SetAt(base + i, read.GetAt(i));
+        read.SetAt(i, nullptr);
+    }
+    // The item count is the header's, also where it differs from the strings read:
+    // the slots' range checks keep every member inside the strings there are.
+    m_itemCount = count;
 }
 
 void CGVStringArray::LoadStringLayout(CArchive& ar, int32_t count) {
     CGVStringPtrArray read;
     try {
         read.Serialize(ar);
-        // Every item must have its slot: a count above the strings is damage.
-        if (count > read.GetSize())
-            AfxThrowArchiveException(CArchiveException::badIndex);
-        for (INT_PTR i = 0; i < read.GetSize(); ++i) {
-            m_strings.Add(read.GetAt(i));
-            read.SetAt(i, nullptr);
-        }
+        // Every item must have its slot: strict loading calls fewer strings damage.
+        if (count > read.GetSize() && gvplatform::StrictLoading())
+            gvplatform::detail::ThrowDamage(CArchiveException::badIndex, gvplatform::detail::LoadOffset(ar));
+        AdoptStrings(read, count);
     } catch (...) {
         for (INT_PTR i = 0; i < read.GetSize(); ++i)
             delete read.GetAt(i);
         throw;
     }
-    m_itemCount = count;
 }
 
 void CGVStringArray::LoadRecordLayout(CArchive& ar, int32_t elementSize, int32_t slots, int32_t count) {
-    int64_t bytes = static_cast<int64_t>(elementSize) * slots;
-    // Records of no size hold no text and cost no archive bytes: a count of them
-    // cannot be checked against the data, so such a header is refused.
-    if (slots < 0 || count > slots || bytes > INT32_MAX || (elementSize == 0 && count > 0))
+    // A negative block could not be allocated by the original: refused in every mode.
+    if (slots < 0)
         AfxThrowArchiveException(CArchiveException::badIndex);
-    char* block = gvlib::detail::ReadArchiveBlock(ar, bytes);
-    AdoptBlock(block, slots);
-    std::vector<std::unique_ptr<CGVString>> read;
-    for (int32_t i = 0; i < count; ++i) {
-        // The text starts 4 bytes into its record and ends at a 0 byte or the record's end.
-        char const* record = block + static_cast<size_t>(elementSize) * i;
-        int32_t length = 0;
-        while (4 + length < elementSize && record[4 + length] != 0)
-            ++length;
-        read.push_back(std::make_unique<CGVString>());
+    // Items beyond the records, or records of no size that hold no text, are the
+    // original's empty strings; strict loading calls them damage.
+    if ((count > slots || (elementSize == 0 && count > 0)) && gvplatform::StrictLoading())
+        gvplatform::detail::ThrowDamage(CArchiveException::badIndex, gvplatform::detail::LoadOffset(ar));
+    int64_t bytes = BlockBytes(elementSize, slots);
+    std::unique_ptr<char, decltype(&std::free)> block(gvlib::detail::ReadArchiveBlock(ar, bytes), &std::free);
+    CGVStringPtrArray read;
+    try {
+        if (count > 0) {
+            gvplatform::detail::ChargeInput(static_cast<uint64_t>(count), gvlib::detail::kStringItemCost);
+            read.SetSize(count);
+        }
+        for (int32_t i = 0; i < count; ++i)
+            read.SetAt(i, RecordText(block.get(), bytes, elementSize, i));
+        AdoptBlock(block.release(), slots);
+        AdoptStrings(read, count);
+    } catch (...) {
+        for (INT_PTR i = 0; i < read.GetSize(); ++i)
+            delete read.GetAt(i);
+        throw;
+    }
+}
+
+CGVString* CGVStringArray::RecordText(char const* block, int64_t bytes, int32_t elementSize, int32_t i) {
+    // The text starts 4 bytes into its record and ends at a 0 byte or the record's
+    // end; a record beyond the block reads as zero bytes (an empty string).
+    auto text = std::make_unique<CGVString>();
+    int64_t start = static_cast<int64_t>(elementSize) * i + 4;
+    int64_t end = std::min(static_cast<int64_t>(elementSize) * (i + int64_t{1}), bytes);
+    if (start < end) {
+        auto const* from = block + start;
+        auto const* nul = static_cast<char const*>(std::memchr(from, 0, static_cast<size_t>(end - start)));
+        int64_t length = (nul != nullptr ? nul : block + end) - from;
         if (length > 0)
-            read.back()->SetString(record + 4, length);
+            text->SetString(from, static_cast<int>(length));
     }
-    for (auto& text : read) {
-        m_strings.Add(text.get());
-        text.release();
-    }
-    m_itemCount = count;
+    return text.release();
 }

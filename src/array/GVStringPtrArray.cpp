@@ -1,5 +1,8 @@
 // CGVStringPtrArray: the slots of a string array in the string archive layout.
+#include "array/array_archive.h"
 #include "gvlib/array/GVStringArray.h"
+#include "gvlib/platform/gvplatform.h"
+#include "platform/loading_policy.h"
 
 void CGVStringPtrArray::Serialize(CArchive& ar) {
     if (ar.IsStoring()) {
@@ -13,10 +16,15 @@ void CGVStringPtrArray::Serialize(CArchive& ar) {
     }
     LONG count = 0;
     ar >> count;
-    if (count < 0)
-        AfxThrowArchiveException(CArchiveException::badIndex);
-    // Each string takes at least its length byte from the archive, so a damaged
-    // count ends at the archive's end rather than in a huge allocation.
+    // A negative count reads nothing, as the original's loop did; strict loading
+    // calls it damage.
+    if (count < 0 && gvplatform::StrictLoading())
+        gvplatform::detail::ThrowDamage(CArchiveException::badIndex, gvplatform::detail::LoadOffset(ar));
+    if (count <= 0)
+        return;
+    // The strings announced must fit the budget before the first is made; each then
+    // takes at least its length byte, so a damaged count ends at the archive's end.
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(count), gvlib::detail::kStringItemCost);
     for (LONG i = 0; i < count; ++i) {
         auto* text = new CGVString;
         try {

@@ -1,4 +1,4 @@
-// Reading an array's raw element block from an archive.
+// Reading an array's archive header and raw element block.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,25 @@ class CArchive;
 
 namespace gvlib::detail {
 
-/// Reads `bytes` raw bytes into a new malloc'ed block (null for 0 bytes). The
-/// block grows with what the archive actually delivers, so a damaged header
-/// announcing more than the archive holds costs no more than the data present;
-/// running short raises CArchiveException endOfFile and frees what was read.
+/// What one loaded string costs the memory budget: its slot, its object and
+/// the object's heap block, before any text.
+constexpr uint64_t kStringItemCost = 40;
+
+/// The four header fields every array archive starts with.
+struct ArrayHeader {
+    int32_t elementSize = 0;
+    int16_t growStep = 0;
+    int32_t slots = 0;
+    int32_t count = 0;
+};
+
+/// Reads the header; a cut header raises CArchiveException endOfFile.
+ArrayHeader ReadArrayHeader(CArchive& ar);
+
+/// Reads `bytes` raw bytes into a new zero-filled malloc'ed block (null for 0
+/// bytes), charged against the memory budget first. A short read is not detected
+/// by default: the block keeps what arrived and zeros behind it. Strict loading
+/// raises endOfFile instead and frees the block.
 char* ReadArchiveBlock(CArchive& ar, int64_t bytes);
 
 }  // namespace gvlib::detail

@@ -7,6 +7,7 @@
 
 #include "buffer/buffer_block.h"
 #include "gvlib/platform/afxstr.h"
+#include "platform/loading_policy.h"
 
 using gvlib::detail::ReallocBlock;
 
@@ -72,23 +73,30 @@ void CGVBuffer::ReplaceBlockFor(int32_t n) {
     if (HasRoomFor(n))
         return;
     int32_t size = StepSize(int64_t{n} + 1);
-    // The old content is not kept, so a fresh block spares realloc's copy.
-    char* block = ReallocBlock(nullptr, static_cast<size_t>(size));
-    block[0] = 0;
-    block[size - 1] = 0;
+    // The old content is not kept, so a fresh block spares realloc's copy; it is
+    // zero-filled, so that bytes a short input does not deliver are zero and
+    // cost no memory until written.
+    char* block = gvplatform::detail::ZeroedBlock(static_cast<uint64_t>(size));
     std::free(m_data);
     InstallBlock(block, size);
+}
+
+int32_t CGVBuffer::ContentLength() const {
+    if (m_data == nullptr || m_length <= 0)
+        return 0;
+    return std::min(m_length, m_capacity - 1);
 }
 
 CGVBuffer::operator char const*() {
     if (m_data == nullptr)
         return nullptr;
-    m_data[m_length] = 0;
+    m_data[ContentLength()] = 0;
     return m_data;
 }
 
 int CGVBuffer::mIsNull() const {
-    for (int32_t i = 0; i < m_length; ++i)
+    int32_t content = ContentLength();
+    for (int32_t i = 0; i < content; ++i)
         if (m_data[i] != 0)
             return 0;
     return 1;
@@ -117,6 +125,7 @@ void CGVBuffer::mConcat(char const* p, int32_t n) {
         n = static_cast<int32_t>(std::strlen(p));
     if (n <= 0 || p == nullptr)
         return;
+    m_length = ContentLength();  // a length set by mRollBack appends inside the block
     int64_t need = int64_t{m_length} + n;
     if (need >= INT32_MAX)
         AfxThrowMemoryException();
@@ -139,10 +148,10 @@ CGVBuffer const& CGVBuffer::operator+=(char const* p) {
 }
 
 CGVBuffer& CGVBuffer::operator=(CGVBuffer const& other) {
-    if (other.m_length == 0)
+    if (other.ContentLength() == 0)
         mInit(nullptr, 0);
     else
-        mInit(other.m_data, other.m_length);
+        mInit(other.m_data, other.ContentLength());
     return *this;
 }
 
@@ -153,10 +162,9 @@ void CGVBuffer::mClearBuffer() {
 }
 
 void CGVBuffer::mRollBack(int32_t n) {
-    // The original set any length; one that leaves the block would make every
-    // later read run past it, so it is kept inside.
-    int32_t most = m_capacity > 0 ? m_capacity - 1 : 0;
-    m_length = n < 0 ? 0 : (n > most ? most : n);
+    // Any length, as the original set it; the members that read the content keep
+    // to ContentLength(), so a length outside the block reads nothing outside it.
+    m_length = n;
 }
 
 char* CGVBuffer::mLockBuffer(int32_t n) {
@@ -164,6 +172,7 @@ char* CGVBuffer::mLockBuffer(int32_t n) {
         return nullptr;
     if (n < 0)
         n = 0;
+    m_length = ContentLength();  // the write address must lie inside the block
     int64_t need = int64_t{m_length} + n;
     if (need >= INT32_MAX)
         AfxThrowMemoryException();

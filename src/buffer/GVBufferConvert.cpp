@@ -1,4 +1,5 @@
 // CGVBuffer: variant conversions, the text stream body (tag V) and the archive form.
+#include <algorithm>
 #include <cstring>
 #include <istream>
 #include <ostream>
@@ -10,9 +11,13 @@
 #include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/gvplatform.h"
 #include "gvlib/platform/winnls.h"
+#include "platform/loading_policy.h"
 
 namespace {
+
+char const kZeros[256] = {};
 
 // Wide text in the thread's ANSI code page; a failed conversion raises the memory
 // exception when it ran out of room, the OLE exception otherwise.
@@ -77,55 +82,106 @@ void CGVBuffer::mConvertToOleVariant(COleVariant* variant) const {
     if (variant == nullptr)
         return;
     size_t text = 0;
-    if (m_data != nullptr && m_length > 0) {
-        auto const* nul = static_cast<char const*>(std::memchr(m_data, 0, static_cast<size_t>(m_length)));
-        text = nul != nullptr ? static_cast<size_t>(nul - m_data) : static_cast<size_t>(m_length);
+    int32_t content = ContentLength();
+    if (content > 0) {
+        auto const* nul = static_cast<char const*>(std::memchr(m_data, 0, static_cast<size_t>(content)));
+        text = nul != nullptr ? static_cast<size_t>(nul - m_data) : static_cast<size_t>(content);
     }
-    CString content(m_data != nullptr ? m_data : "", static_cast<int>(text));
-    *variant = content;
+    CString shown(m_data != nullptr ? m_data : "", static_cast<int>(text));
+    *variant = shown;
+}
+
+void CGVBuffer::WriteContent(std::ostream& os) const {
+    // A length that mRollBack set beyond the block is written in full, the bytes
+    // beyond the block as zeros, so that the form reads back as written.
+    int32_t content = ContentLength();
+    os.write(m_data, content);
+    for (int32_t rest = m_length - content; rest > 0; rest -= std::min<int32_t>(rest, sizeof kZeros))
+        os.write(kZeros, std::min<int32_t>(rest, sizeof kZeros));
 }
 
 void CGVBuffer::Serialize(std::ostream& os) {
     os << 'V' << m_length << ' ';
-    if (m_length > 0)
-        os.write(m_data, m_length);
+    WriteContent(os);
     os << ' ';
 }
 
 void CGVBuffer::Serialize(std::istream& is) {
-    int32_t announced = 0;
-    is >> announced;
+    // The length is read straight into the buffer's own: on a stream that is
+    // already exhausted the extraction does not run, and the buffer keeps its
+    // length and content (the reads below deliver nothing either).
+    int32_t length = m_length;
+    is >> length;
+    if (gvplatform::StrictLoading()) {
+        ReadStrictBody(is, length);
+        return;
+    }
+    // A negative length (only damage holds one) reads nothing and empties.
+    if (length < 0)
+        length = 0;
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(length) + 1);
+    if (length > 0)
+        ReplaceBlockFor(length);
+    m_length = length;
     is.get();
-    // Read in bounded chunks: a damaged length costs no more than the stream holds,
-    // and the length is what actually arrived (never negative).
-    std::string body = gvlib::detail::ReadRaw(is, announced);
+    // Bytes the stream does not deliver keep what the block held: zeros in a
+    // fresh block.
+    if (length > 0)
+        is.read(m_data, length);
     is.get();
-    SetFromBytes(body.data(), static_cast<int32_t>(body.size()));
+}
+
+void CGVBuffer::ReadStrictBody(std::istream& is, int32_t length) {
+    std::string body;
+    if (!is.fail() && length >= 0) {
+        gvplatform::detail::ChargeInput(static_cast<uint64_t>(length) + 1);
+        is.get();
+        body = gvlib::detail::ReadRaw(is, length);
+        is.get();
+    }
+    if (is.fail() || length < 0 || static_cast<int64_t>(body.size()) != length)
+        gvplatform::detail::ThrowDamage(CArchiveException::endOfFile, gvplatform::detail::LoadOffset(is));
+    SetFromBytes(body.data(), length);
 }
 
 void CGVBuffer::Serialize(CArchive& ar) {
     if (!ar.IsLoading()) {
-        ar.WriteCount(static_cast<DWORD_PTR>(m_length));
+        ar.WriteCount(static_cast<DWORD_PTR>(static_cast<uint32_t>(m_length)));
         if (m_length > 0)
-            ar.Write(m_data, static_cast<UINT>(m_length));
+            WriteContent(ar);
         return;
     }
-    DWORD_PTR announced = ar.ReadCount();
-    // Chunked for the same reason as the text form: a damaged count does not
-    // allocate what the file cannot deliver.
-    constexpr DWORD_PTR kChunk = 64 * 1024;
-    std::vector<char> body;
-    while (announced > 0) {
-        auto want = static_cast<size_t>(announced < kChunk ? announced : kChunk);
-        size_t old = body.size();
-        if (old + want >= static_cast<size_t>(INT32_MAX))
-            AfxThrowMemoryException();
-        body.resize(old + want);
-        UINT got = ar.Read(body.data() + old, static_cast<UINT>(want));
-        body.resize(old + got);
-        announced -= got;
-        if (got < want)
-            break;
+    DWORD_PTR count = ar.ReadCount();
+    // The count announced is allocated, as the original did; one beyond the
+    // budget (or the 32-bit length) raises the memory exception first.
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(count) + 1);
+    if (count >= INT32_MAX)
+        AfxThrowMemoryException();
+    auto length = static_cast<int32_t>(count);
+    if (gvplatform::StrictLoading()) {
+        std::vector<char> body(static_cast<size_t>(length));
+        if (length > 0 && ar.Read(body.data(), static_cast<UINT>(length)) != static_cast<UINT>(length))
+            gvplatform::detail::ThrowDamage(CArchiveException::endOfFile, gvplatform::detail::LoadOffset(ar));
+        SetFromBytes(body.data(), length);
+        return;
     }
-    SetFromBytes(body.data(), static_cast<int32_t>(body.size()));
+    m_length = 0;
+    if (length == 0)
+        return;
+    bool reused = HasRoomFor(length);
+    ReplaceBlockFor(length);
+    m_length = length;
+    // The count Read returns is not checked; the bytes not delivered are zero.
+    // A fresh block is zero-filled already, and left untouched its pages cost
+    // no memory.
+    UINT got = ar.Read(m_data, static_cast<UINT>(length));
+    if (reused)
+        std::memset(m_data + got, 0, static_cast<size_t>(length) - got);
+}
+
+void CGVBuffer::WriteContent(CArchive& ar) const {
+    int32_t content = ContentLength();
+    ar.Write(m_data, static_cast<UINT>(content));
+    for (int32_t rest = m_length - content; rest > 0; rest -= std::min<int32_t>(rest, sizeof kZeros))
+        ar.Write(kZeros, static_cast<UINT>(std::min<int32_t>(rest, sizeof kZeros)));
 }

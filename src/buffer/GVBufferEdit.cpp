@@ -22,6 +22,7 @@ int32_t CGVBuffer::mReplaceAll(char const* find, char const* repl) {
         return 0;
     if (repl == nullptr)
         repl = "";
+    m_length = ContentLength();  // a length set by mRollBack is searched inside the block
     return r <= f ? ReplaceShrinking(find, f, repl, r) : ReplaceGrowing(find, f, repl, r);
 }
 
@@ -115,6 +116,7 @@ int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl,
 int32_t CGVBuffer::mReadFromFile(CFile& file) {
     char chunk[512];
     int32_t sum = 0;
+    m_length = ContentLength();
     for (;;) {
         UINT got = file.Read(chunk, sizeof chunk);
         if (got == 0)
@@ -140,7 +142,7 @@ CGVObject& CGVBuffer::operator=(CGVObject const& other) {
     auto const* source = dynamic_cast<CGVBuffer const*>(&other);
     if (source == nullptr || source == this)
         return *this;
-    SetFromBytes(source->m_data, source->m_length);
+    SetFromBytes(source->m_data, source->ContentLength());
     return *this;
 }
 
@@ -158,13 +160,15 @@ int32_t CGVBuffer::mCompare(CGVObject const* other) const {
     auto const* source = dynamic_cast<CGVBuffer const*>(other);
     if (source == nullptr)
         return -1;
-    int32_t common = std::min(m_length, source->m_length);
+    int32_t mine = ContentLength();
+    int32_t theirs = source->ContentLength();
+    int32_t common = std::min(mine, theirs);
     int order = common > 0 ? std::memcmp(m_data, source->m_data, static_cast<size_t>(common)) : 0;
     if (order != 0)
         return order < 0 ? -1 : 1;
-    if (m_length == source->m_length)
+    if (mine == theirs)
         return 0;
-    return m_length < source->m_length ? -1 : 1;
+    return mine < theirs ? -1 : 1;
 }
 
 int32_t CGVBuffer::mVisit(CGVObjectVisitor* visitor, int32_t param) {

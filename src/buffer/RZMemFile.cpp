@@ -18,7 +18,7 @@ void CRZMemFile::mAttachBuffer(CGVBuffer* b) {
     if (b == nullptr)
         return;
     m_attachedBuffer = b;
-    Attach(reinterpret_cast<BYTE*>(b->mGetBuffer()), static_cast<UINT>(b->mGetLength()), 0);
+    Attach(reinterpret_cast<BYTE*>(b->mGetBuffer()), static_cast<UINT>(b->ContentLength()), 0);
 }
 
 unsigned char* CRZMemFile::mGetBuffer() { return m_lpBuffer; }

@@ -4,6 +4,7 @@
 #include <istream>
 #include <ostream>
 
+#include "core/stream_io.h"
 #include "platform/crt_number.h"
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/platform/afxarchive.h"
@@ -63,8 +64,14 @@ void CGVLong::Serialize(std::ostream& os) {
 }
 
 void CGVLong::Serialize(std::istream& is) {
-    is >> m_value;
+    // Read straight into the value: an exhausted stream leaves it, a number that
+    // cannot be read gives 0, as the standard extraction does. Strict loading
+    // raises instead and keeps the value.
+    int32_t value = m_value;
+    is >> value;
     is.get();
+    gvlib::detail::CheckBody(is);
+    m_value = value;
 }
 
 void CGVLong::Serialize(CArchive& ar) {

@@ -1,5 +1,6 @@
 // CGVObject::mNew(std::istream&): builds the object that a type tag names.
 #include <istream>
+#include <memory>
 
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/array/GVStringArray.h"
@@ -35,8 +36,10 @@ CGVObject* NewForTag(char tag) {
 CGVObject* CGVObject::mNew(std::istream& is) {
     char tag = 0;
     is >> tag;  // stays 0 on an exhausted stream
-    CGVObject* obj = NewForTag(tag);
+    // Held until the body is read: strict loading (or the memory budget) may
+    // raise from inside it.
+    std::unique_ptr<CGVObject> obj(NewForTag(tag));
     if (obj != nullptr)
         obj->Serialize(is);
-    return obj;
+    return obj.release();
 }

@@ -3,6 +3,10 @@
 
 #include <istream>
 
+#include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/gvplatform.h"
+#include "platform/loading_policy.h"
+
 namespace gvlib::detail {
 
 std::string ReadRaw(std::istream& is, int64_t count) {
@@ -19,6 +23,11 @@ std::string ReadRaw(std::istream& is, int64_t count) {
             break;
     }
     return out;
+}
+
+void CheckBody(std::istream& is, bool whole) {
+    if ((is.fail() || !whole) && gvplatform::StrictLoading())
+        gvplatform::detail::ThrowDamage(CArchiveException::endOfFile, gvplatform::detail::LoadOffset(is));
 }
 
 }  // namespace gvlib::detail

@@ -11,4 +11,8 @@ namespace gvlib::detail {
 /// announcing more than the stream holds costs no more memory than what is there.
 std::string ReadRaw(std::istream& is, int64_t count);
 
+/// Under strict loading, a body the stream could not deliver whole raises
+/// CArchiveException endOfFile with the stream's offset; otherwise nothing.
+void CheckBody(std::istream& is, bool whole = true);
+
 }  // namespace gvlib::detail

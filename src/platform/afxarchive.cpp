@@ -8,6 +8,7 @@
 #include <string>
 
 #include "gvlib/platform/winnls.h"
+#include "platform/loading_policy.h"
 
 namespace {
 
@@ -103,6 +104,12 @@ void CArchive::Flush() {
             m_pFile->Write(m_lpBufStart, static_cast<UINT>(m_lpBufCur - m_lpBufStart));
         m_lpBufCur = m_lpBufStart;
     }
+}
+
+int64_t CArchive::GetLoadOffset() const {
+    if (m_pFile == nullptr)
+        return -1;
+    return static_cast<int64_t>(m_pFile->GetPosition()) - (m_lpBufMax - m_lpBufCur);
 }
 
 void CArchive::FillBuffer(UINT nBytesNeeded) {
@@ -532,6 +539,8 @@ CArchive& operator>>(CArchive& ar, CStringT<char>& str) {
     int nCharSize;
     UINT_PTR nLength = AfxReadStringLength(ar, nCharSize);
     CheckStringLength(nLength);
+    // The text the length announces, with its terminator, must fit the budget.
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(nLength) + 1, static_cast<uint64_t>(nCharSize));
     std::string body = ReadStringBody(ar, static_cast<uint64_t>(nLength) * static_cast<uint64_t>(nCharSize));
     if (nCharSize == 1) {
         str = CStringT<char>(body.data(), static_cast<int>(body.size()));
@@ -559,6 +568,8 @@ CArchive& operator>>(CArchive& ar, CStringT<wchar_t>& str) {
     int nCharSize;
     UINT_PTR nLength = AfxReadStringLength(ar, nCharSize);
     CheckStringLength(nLength);
+    // The text the length announces, with its terminator, must fit the budget.
+    gvplatform::detail::ChargeInput(static_cast<uint64_t>(nLength) + 1, static_cast<uint64_t>(nCharSize));
     std::string body = ReadStringBody(ar, static_cast<uint64_t>(nLength) * static_cast<uint64_t>(nCharSize));
     if (nCharSize == 2) {
         std::wstring wide = DecodeUtf16Le(body);

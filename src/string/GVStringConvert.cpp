@@ -6,6 +6,7 @@
 #include <typeinfo>
 
 #include "core/stream_io.h"
+#include "platform/loading_policy.h"
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
@@ -108,8 +109,13 @@ void CGVString::Serialize(std::istream& is) {
     int32_t length = 0;
     is >> length;
     is.get();
-    // A negative length (damaged data) reads nothing.
+    // A negative length (damaged data) reads nothing, nor does a failed stream.
+    // The text announced must fit the budget; it is read in chunks, so a short
+    // body costs what arrived.
+    if (length > 0 && !is.fail())
+        gvplatform::detail::ChargeInput(static_cast<uint64_t>(length) + 1);
     std::string text = gvlib::detail::ReadRaw(is, length);
     is.get();
+    gvlib::detail::CheckBody(is, length >= 0 && static_cast<int64_t>(text.size()) == length);
     SetString(text.data(), static_cast<int>(text.size()));
 }

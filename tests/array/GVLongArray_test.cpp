@@ -93,71 +93,26 @@ TEST(CGVLongArray, AppendsAcrossManySteps) {
     EXPECT_EQ(16, a.mGetAllocatedSlots());
 }
 
-TEST(CGVLongArray, TextFormAppendsOnReading) {
+TEST(CGVLongArray, TextAndBufferFormsAppendOnReading) {
     CGVLongArray a = Holding({5, -1});
     EXPECT_EQ("YU2 U5 U-1 ", Text(a));
     CGVLongArray into = Holding({9});
-    std::istringstream is("YU2 U1 U2 ");
+    std::istringstream is("YU2 U1 U2   YU1 U42 ");
     is >> into;
     EXPECT_EQ((std::vector<int32_t>{9, 1, 2}), Items(into));
-
-    std::istringstream factory("  YU1 U42 ");
-    std::unique_ptr<CGVObject> made(CGVObject::mNew(factory));
+    std::unique_ptr<CGVObject> made(CGVObject::mNew(is));  // white space before the tag skipped
     auto* longs = dynamic_cast<CGVLongArray*>(made.get());
     ASSERT_NE(nullptr, longs);
     EXPECT_EQ((std::vector<int32_t>{42}), Items(*longs));
-}
-
-TEST(CGVLongArray, DamagedTextStopsAtTheEndOfTheStream) {
-    struct Row {
-        const char* input;
-        std::vector<int32_t> want;
-    } rows[] = {
-        {"YU2000000000 U1 U2 ", {1, 2}},
-        {"YU3 U1", {1}},
-        {"YU-4 U1 ", {}},
-        {"YUx U1 ", {}},
-        {"Y", {}},
-    };
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.input);
-        CGVLongArray a;
-        std::istringstream is(row.input);
-        is >> a;
-        EXPECT_EQ(row.want, Items(a));
-    }
-}
-
-TEST(CGVLongArray, BufferRoundTripAppends) {
-    CGVLongArray a = Holding({1, -2, 300});
     CGVBuffer b;
     a.mSave(b);
-    EXPECT_EQ("YU3 U1 U-2 U300 ", std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
-    CGVLongArray back = Holding({7});
-    back.mLoad(b);
-    EXPECT_EQ((std::vector<int32_t>{7, 1, -2, 300}), Items(back));
+    EXPECT_EQ("YU2 U5 U-1 ", std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
+    into.mLoad(b);
+    EXPECT_EQ((std::vector<int32_t>{9, 1, 2, 5, -1}), Items(into));
 }
 
-// Found by fuzzing: an archive of 0-byte elements claimed 824 million items
-// with no data, and reading them wrote 0 bytes per item into a value while the
-// text form promised gigabytes. A long array's archive holds 4-byte elements.
-TEST(CGVLongArray, ArchiveOfAnotherElementSizeIsDamage) {
-    for (int32_t size : {0, 1, 8}) {
-        SCOPED_TRACE(size);
-        std::vector<BYTE> bytes = gvtest::Header(size, 0, 0x55200000, 0x31202035);
-        if (size == 1) {
-            bytes = gvtest::Header(1, 16, 2, 2);
-            bytes.push_back(5);
-            bytes.push_back(6);
-        }
-        CGVLongArray a = Holding({9});
-        EXPECT_THROW(gvtest::Load(bytes, a), CArchiveException);
-        EXPECT_EQ((std::vector<int32_t>{9}), Items(a));
-    }
-}
-
-// Found by fuzzing: elements of another size than 4 (after mInit) were copied
-// whole into a 4-byte value, past its end.
+// Found by fuzzing: elements of another size (an archive may announce them)
+// wrote or read past a 4-byte value.
 TEST(CGVLongArray, ElementsOfAnotherSizeReadAtMostFourBytes) {
     CGVLongArray wide;
     wide.mInit(8, 4);

@@ -2,6 +2,7 @@
 // factory, and every truncation of a valid form.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -11,7 +12,9 @@
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/datetime/GVDate.h"
+#include "gvlib/platform/afxexcept.h"
 #include "gvlib/string/GVString.h"
+#include "support/archive_bytes.h"
 
 namespace {
 
@@ -81,28 +84,72 @@ TEST(TextStream, EveryTruncationLeavesTheStreamFailed) {
     }
 }
 
-TEST(TextStream, DamagedLengths) {
+namespace {
+
+// What a body read left in an object: its text form, shortened when long.
+std::string Describe(CGVObject& obj) {
+    std::string form = Written(obj);
+    return form.size() <= 40 ? form : form.substr(0, 12) + "... " + std::to_string(form.size());
+}
+
+// A target that already holds something, of the class the tag names.
+CGVObject* Prefilled(char tag) {
+    static const std::map<char, std::string> forms = {
+        {'T', "T3 old "}, {'U', "U9 "}, {'V', "V11 old content "}, {'X', "XU1 T4 keep "}, {'Y', "YU1 U9 "}};
+    std::istringstream is(forms.at(tag));
+    return CGVObject::mNew(is);
+}
+
+std::string ReadBody(std::string const& form, CGVObject& target) {
+    std::istringstream is(form);
+    try {
+        is >> target;
+    } catch (CArchiveException const& e) {
+        return "archive " + std::to_string(e.m_cause);
+    } catch (CMemoryException const&) {
+        return "memory";
+    }
+    return Describe(target);
+}
+
+}  // namespace
+
+TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
     struct Row {
         std::string form;
-        int32_t wantLength;
+        std::string byDefault;  // Describe() after reading into a prefilled target
+        std::string strictly;   // "same" as by default, or the exception raised
     } rows[] = {
-        {"T-4 abcdef", 0},
-        {"T2000000000 0123456789", 10},
-        {"V-4 abcdef", 0},
-        {"V2000000000 0123456789", 10},
-        {"V99999999999 ab", 0},
+        {"T5 ab", "T2 ab ", "archive 3"},
+        {"Tx abc ", "T0  ", "archive 3"},
+        {"T-5 abcdef", "T0  ", "archive 3"},
+        {"T99999999999 ab", "T0  ", "archive 3"},
+        {"T", "T0  ", "archive 3"},
+        {"T200000000 0123456789", "T10 0123456789 ", "archive 3"},  // costs what arrived
+        {"T2147483647 ab", "memory", "memory"},
+        {"U", "U9 ", "archive 3"},  // exhausted: the extraction does not run
+        {"Ux ", "U0 ", "archive 3"},
+        {"V5 ab", "V5 abd c ", "archive 3"},  // read in place over the old content
+        {"V", "V11 old content ", "archive 3"},
+        {"V-5 abcdef", "V0  ", "archive 3"},
+        {"Vx abc ", "V0  ", "archive 3"},
+        {"V100000 ab", std::string("V100000 ab\0\0... 100009", 22), "archive 3"},  // the rest zero
+        {"V2147483647 ab", "memory", "memory"},
+        {"XU3 T1 a", "XU4 T4 keep T1 a T0  T0  ", "archive 3"},
+        {"XU-3 T1 a ", "XU1 T4 keep ", "same"},
+        {"XU2147483647 T1 a", "memory", "memory"},
+        {"YU3 U7 ", "YU4 U9 U7 U0 U0 ", "archive 3"},
+        {"YU536870912 U7 ", "memory", "memory"},
     };
     for (Row const& row : rows) {
         SCOPED_TRACE(row.form);
-        std::istringstream is;
-        std::unique_ptr<CGVObject> obj = Read(row.form, is);
-        ASSERT_NE(nullptr, obj);
-        if (auto* s = dynamic_cast<CGVString*>(obj.get())) {
-            EXPECT_EQ(row.wantLength, s->GetLength());
-        }
-        if (auto* b = dynamic_cast<CGVBuffer*>(obj.get())) {
-            EXPECT_EQ(row.wantLength, b->mGetLength());
-            EXPECT_GE(b->mGetLength(), 0);
+        std::unique_ptr<CGVObject> target(Prefilled(row.form[0]));
+        EXPECT_EQ(row.byDefault, ReadBody(row.form, *target));
+        gvtest::LoadingPolicy strict(true);
+        std::unique_ptr<CGVObject> strictTarget(Prefilled(row.form[0])), untouched(Prefilled(row.form[0]));
+        EXPECT_EQ(row.strictly == "same" ? row.byDefault : row.strictly, ReadBody(row.form, *strictTarget));
+        if (row.strictly != "same") {
+            EXPECT_EQ(Describe(*untouched), Describe(*strictTarget));
         }
     }
 }

@@ -41,30 +41,6 @@ TEST(CGVStringText, ExactForms) {
     EXPECT_EQ("T2 ab ", Written(withNul));
 }
 
-TEST(CGVStringText, DamagedBodies) {
-    struct Row {
-        const char* input;
-        const char* want;
-        bool failed;
-    } rows[] = {
-        {"Tx abc ", "", true},            // no length: empty, stream failed
-        {"T-5 abcdef", "", false},        // negative length reads nothing
-        {"T5 ab", "ab", true},            // truncated: what was there
-        {"T2000000000 0123456789", "0123456789", true},  // huge length: no huge allocation
-        {"T99999999999 ab", "", true},    // length out of range
-        {"T", "", true},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.input);
-        std::istringstream is(row.input);
-        CGVString s("old");
-        is >> s;
-        EXPECT_STREQ(row.want, s);
-        EXPECT_EQ(row.failed, is.fail());
-    }
-}
-
-
 TEST(CGVStringArchive, FormKeepsEmbeddedNuls) {
     CGVString s;
     s.SetString("a\0b", 3);

@@ -1,9 +1,11 @@
 // Storing a value object into bytes and loading it back, for the archive tests.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "gvlib/core/GVObject.h"
+#include "gvlib/platform/gvplatform.h"
 #include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/afxfile.h"
 
@@ -45,5 +47,17 @@ inline std::vector<BYTE> Header(int32_t elementSize, int16_t step, int32_t slots
     Put32(out, count);
     return out;
 }
+
+// Sets the loading policy for one scope and puts the defaults back after it.
+struct LoadingPolicy {
+    LoadingPolicy(bool strict, uint64_t budget = uint64_t{2} << 30) {
+        gvplatform::SetStrictLoading(strict);
+        gvplatform::SetMemoryBudget(budget);
+    }
+    ~LoadingPolicy() {
+        gvplatform::SetStrictLoading(false);
+        gvplatform::SetMemoryBudget(uint64_t{2} << 30);
+    }
+};
 
 }  // namespace gvtest

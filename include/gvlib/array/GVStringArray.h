@@ -76,6 +76,10 @@ private:
     static int32_t CompareSlots(uint32_t i, uint32_t j);
     void LoadStringLayout(CArchive& ar, int32_t count);
     void LoadRecordLayout(CArchive& ar, int32_t elementSize, int32_t slots, int32_t count);
+    /// Moves the strings read behind the existing slots; the item count becomes `count`.
+    void AdoptStrings(CGVStringPtrArray& read, int32_t count);
+    /// A new string from record i of an older fixed-record block of `bytes` bytes.
+    static CGVString* RecordText(char const* block, int64_t bytes, int32_t elementSize, int32_t i);
 
     CGVStringPtrArray m_strings;
 };

@@ -22,6 +22,10 @@ public:
 
     char* mGetBuffer() const { return m_data; }
     int32_t mGetLength() const { return m_length; }
+    /// The content bytes that lie inside the block: the length kept to 0 …
+    /// capacity − 1, since mRollBack sets any length. Every member that reads the
+    /// content reads this many bytes; bytes beyond it read as zero.
+    int32_t ContentLength() const;
     /// Null without a block; otherwise writes a 0 byte right after the content.
     operator char const*();
     int mIsLocked() const { return m_locked; }
@@ -38,7 +42,8 @@ public:
     CGVBuffer& operator=(CGVBuffer const& other);
     /// Length 0; the block stays.
     void mClearBuffer();
-    /// Sets the length, kept within the block (0 .. room left before the terminator byte).
+    /// Sets the length without any check (-5 and 1 << 30 included); the block is
+    /// not touched. Members that read the content keep to ContentLength().
     void mRollBack(int32_t n);
 
     /// Null when already locked; otherwise room for n more bytes and their address.
@@ -89,6 +94,11 @@ private:
     int32_t ReplaceShrinking(char const* find, int32_t f, char const* repl, int32_t r);
     int32_t ReplaceGrowing(char const* find, int32_t f, char const* repl, int32_t r);
     void SetFromBytes(char const* p, int32_t n);
+    /// The text body under strict loading: whole, or the archive exception.
+    void ReadStrictBody(std::istream& is, int32_t length);
+    /// The content, padded with zeros up to a length set beyond the block.
+    void WriteContent(std::ostream& os) const;
+    void WriteContent(CArchive& ar) const;
 
     char* m_data = nullptr;
     int32_t m_length = 0;

@@ -52,6 +52,10 @@ public:
     /// TRUE when no loaded byte waits in the buffer (meaningful when loading).
     BOOL IsBufferEmpty() const noexcept { return m_lpBufCur == m_lpBufMax; }
     CFile* GetFile() const noexcept { return m_pFile; }
+    /// Loading: the file offset of the next byte extraction delivers (the file's
+    /// position less what is read ahead); -1 without a file. This library's own
+    /// addition, for the offsets that strict loading reports.
+    int64_t GetLoadOffset() const;
 
     /// Flushes and detaches from the file (the file stays open).
     void Close();

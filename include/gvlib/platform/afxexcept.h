@@ -1,6 +1,7 @@
 // The framework's exception classes and raisers. Exceptions are thrown by value.
 #pragma once
 
+#include <cstdint>
 #include <exception>
 
 #include "gvlib/platform/afxstr.h"
@@ -52,6 +53,9 @@ public:
 
     int m_cause;
     CStringT<char> m_strFileName;
+    /// Byte offset in the loaded data where damage was found, -1 when the source
+    /// cannot tell (set by strict loading; the framework has no such field).
+    int64_t m_lOffset = -1;
 };
 
 class GVLIB_API CFileException : public CException {
