@@ -1,5 +1,6 @@
 // CGVBuffer: construction, step growth, the lock protocol and filling.
 #include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/platform/allocator.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -34,7 +35,7 @@ CGVBuffer::CGVBuffer(int32_t nSize, int32_t nGrowBy) : m_growBy(nGrowBy > 0 ? nG
     }
 }
 
-CGVBuffer::~CGVBuffer() { std::free(m_data); }
+CGVBuffer::~CGVBuffer() { gvplatform::detail::MemFree(m_data); }
 
 int32_t CGVBuffer::StepSize(int64_t n) const {
     if (n <= m_capacity)
@@ -76,7 +77,7 @@ void CGVBuffer::ReplaceBlockFor(int32_t n) {
     char* block = ReallocBlock(nullptr, static_cast<size_t>(size));
     block[0] = 0;
     block[size - 1] = 0;
-    std::free(m_data);
+    gvplatform::detail::MemFree(m_data);
     InstallBlock(block, size);
 }
 
@@ -189,7 +190,7 @@ CGVObject* CGVBuffer::mNew() const { return new CGVBuffer(0, kDefaultGrowBy); }
 void CGVBuffer::mClear() {
     if (m_locked)
         return;
-    std::free(m_data);
+    gvplatform::detail::MemFree(m_data);
     m_data = nullptr;
     m_length = 0;
     m_capacity = 0;

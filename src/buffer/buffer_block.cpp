@@ -1,5 +1,6 @@
 // Raw block helpers shared by the buffer's source files.
 #include "buffer/buffer_block.h"
+#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +10,7 @@
 namespace gvlib::detail {
 
 char* ReallocBlock(char* block, size_t size) {
-    auto* grown = static_cast<char*>(std::realloc(block, size));
+    auto* grown = static_cast<char*>(gvplatform::detail::MemRealloc(block, size));
     if (grown == nullptr)
         AfxThrowMemoryException();
     return grown;

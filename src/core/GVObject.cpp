@@ -1,5 +1,6 @@
 // CGVObject's default operations and the free stream operators.
 #include "gvlib/core/GVObject.h"
+#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <istream>
@@ -16,13 +17,13 @@ CGVObject* CGVObject::mNew() const { return nullptr; }
 void CGVObject::mClear() {}
 
 void* CGVObject::operator new(std::size_t size) {
-    void* block = std::malloc(size ? size : 1);
+    void* block = gvplatform::detail::MemAlloc(size ? size : 1);
     if (block == nullptr)
         AfxThrowMemoryException();
     return block;
 }
 
-void CGVObject::operator delete(void* block) noexcept { std::free(block); }
+void CGVObject::operator delete(void* block) noexcept { gvplatform::detail::MemFree(block); }
 
 CGVObject& CGVObject::operator=(CGVObject const&) {
     // Hosts catch this as a plain character pointer.

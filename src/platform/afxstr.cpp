@@ -1,5 +1,6 @@
 // CStringT<char>: storage, copy-on-write and the editing operations.
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 #include <atomic>
 #include <climits>
@@ -49,7 +50,7 @@ Data* Allocate(int nLength) {
     int nAlloc = (nLength + 8) & ~7;
     if (nAlloc > kMaxLength)
         nAlloc = kMaxLength;
-    void* block = std::malloc(sizeof(Data) + static_cast<size_t>(nAlloc) + 1);
+    void* block = gvplatform::detail::MemAlloc(sizeof(Data) + static_cast<size_t>(nAlloc) + 1);
     if (block == nullptr)
         AfxThrowMemoryException();
     Data* p = static_cast<Data*>(block);
@@ -62,7 +63,7 @@ Data* Allocate(int nLength) {
 
 void Free(Data* p) noexcept {
     if (!IsNil(p))
-        std::free(p);
+        gvplatform::detail::MemFree(p);
 }
 
 }  // namespace
