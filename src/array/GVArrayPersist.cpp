@@ -1,5 +1,6 @@
 // CGVArray: the binary archive layout and the buffer form through the string stream.
 #include <algorithm>
+#include "gvlib/platform/allocator.h"
 #include <cstdlib>
 #include <istream>
 #include <memory>
@@ -16,7 +17,7 @@ namespace gvlib::detail {
 char* ReadArchiveBlock(CArchive& ar, int64_t bytes) {
     constexpr int64_t kChunk = 1 << 20;
     struct Free {
-        void operator()(char* p) const { std::free(p); }
+        void operator()(char* p) const { gvplatform::detail::MemFree(p); }
     };
     std::unique_ptr<char, Free> block;
     int64_t have = 0;
@@ -25,7 +26,7 @@ char* ReadArchiveBlock(CArchive& ar, int64_t bytes) {
         int64_t want = std::min(bytes - have, kChunk);
         if (have + want > room) {
             room = std::min(bytes, std::max(have + want, room * 2));
-            auto* grown = static_cast<char*>(std::realloc(block.get(), static_cast<size_t>(room)));
+            auto* grown = static_cast<char*>(gvplatform::detail::MemRealloc(block.get(), static_cast<size_t>(room)));
             if (grown == nullptr)
                 AfxThrowMemoryException();
             block.release();
@@ -70,6 +71,9 @@ void CGVArray::Serialize(CArchive& ar) {
 
 void CGVArray::mSave(CGVBuffer& buffer) const {
     TQXStringStream stream;
+    // The stream would swallow the memory exception of its growing block and
+    // leave a truncated text: let it reach the caller instead.
+    stream.exceptions(std::ios::badbit);
     stream << const_cast<CGVArray&>(*this);
     auto* written = static_cast<TQXStringStreamBuf*>(stream.rdbuf());
     // A stream that received nothing gives null and 0: an empty buffer.
@@ -84,5 +88,13 @@ void CGVArray::mLoad(CGVBuffer const& buffer) {
     TQXStringStream stream;
     static_cast<TQXStringStreamBuf*>(stream.rdbuf())
         ->mSetReadData(buffer.mGetBuffer(), static_cast<unsigned>(buffer.mGetLength()));
-    stream >> *this;
+    // Items arrive one by one: on a failure part-way, those appended go again.
+    int32_t const before = mGetNumItems();
+    try {
+        stream >> *this;
+    } catch (...) {
+        while (mGetNumItems() > before)
+            mDeleteItem(mGetNumItems() - 1);
+        throw;
+    }
 }

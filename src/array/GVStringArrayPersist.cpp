@@ -64,8 +64,11 @@ void CGVStringArray::LoadStringLayout(CArchive& ar, int32_t count) {
         // Every item must have its slot: a count above the strings is damage.
         if (count > read.GetSize())
             AfxThrowArchiveException(CArchiveException::badIndex);
+        // Room first, so that moving the strings over cannot fail half-way.
+        INT_PTR const base = m_strings.GetSize();
+        m_strings.SetSize(base + read.GetSize());
         for (INT_PTR i = 0; i < read.GetSize(); ++i) {
-            m_strings.Add(read.GetAt(i));
+            m_strings.SetAt(base + i, read.GetAt(i));
             read.SetAt(i, nullptr);
         }
     } catch (...) {

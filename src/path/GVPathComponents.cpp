@@ -50,6 +50,7 @@ void CGVPath::AppendExtension(char const* extension) {
 }
 
 void CGVPath::SetExtension(char const* extension) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     if (extension == nullptr || *extension == '\0')
         return;
     TrimExtension();
@@ -99,6 +100,7 @@ CGVPath CGVPath::GetParentDirectory() {
 // ---- Joining ----------------------------------------------------------------------------
 
 void CGVPath::AppendPath(char const* tail, char delimiter, int whitespace) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     if (IsEmpty())
         return;
     CGVString joint = FILE_PATH_DELIMITER;

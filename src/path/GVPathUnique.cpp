@@ -8,6 +8,7 @@
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/platform/afxstr.h"
 #include "gvlib/platform/volumes.h"
+#include "path/path_internal.h"
 
 namespace {
 
@@ -132,6 +133,7 @@ int CGVPath::MakeUniqueLegalURL(char const* directory, int firstPatternId, int n
 
 int CGVPath::PrivateMakeUnique(char const* directory, int firstPatternId, int numberedPatternId,
                                CGVStringArray const* taken, CGVStringArray const* reusable, int legalURL) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     CGVPath folder;
     if (directory != nullptr)
         folder = directory;

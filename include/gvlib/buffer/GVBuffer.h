@@ -50,7 +50,8 @@ public:
     /// searched again. 'a' by 'aa' on "aaa" ⇒ "aaaaaa", 3. An empty find changes nothing.
     int32_t mReplaceAll(char const* find, char const* repl);
     /// Appends the file from its position, then a 0 byte at the index equal to the
-    /// count read, counted in the length. Returns the count read.
+    /// count read, counted in the length. Returns the count read. A read or an
+    /// allocation that fails raises its exception and leaves the buffer unchanged.
     int32_t mReadFromFile(CFile& file);
 
     /// A new buffer with step 128 and the same content.
@@ -89,6 +90,7 @@ private:
     int32_t ReplaceShrinking(char const* find, int32_t f, char const* repl, int32_t r);
     int32_t ReplaceGrowing(char const* find, int32_t f, char const* repl, int32_t r);
     void SetFromBytes(char const* p, int32_t n);
+    int32_t ReadChunks(CFile& file);
 
     char* m_data = nullptr;
     int32_t m_length = 0;
