@@ -1,13 +1,14 @@
 // CGVArray: the element block, its growth and shrink steps, insertion and deletion.
 #include "gvlib/array/GVArray.h"
-#include "gvlib/platform/allocator.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "gvlib/platform/afxexcept.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 namespace {
 
@@ -96,9 +97,9 @@ void CGVArray::mInit(int32_t elementSize, int16_t growStep) {
 void CGVArray::mClear() { mInit(m_elementSize, m_growStep); }
 
 CGVObject* CGVArray::mCopy() const {
-    auto* copy = new CGVArray(0, 16);
-    *copy = const_cast<CGVArray&>(*this);
-    return copy;
+    std::unique_ptr<CGVArray> copy(new CGVArray(0, 16));
+    *copy = const_cast<CGVArray&>(*this);  // may run out of memory: the copy then goes again
+    return copy.release();
 }
 
 CGVObject* CGVArray::mNew() const { return new CGVArray(0, 16); }

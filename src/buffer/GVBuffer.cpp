@@ -1,13 +1,14 @@
 // CGVBuffer: construction, step growth, the lock protocol and filling.
 #include "gvlib/buffer/GVBuffer.h"
-#include "gvlib/platform/allocator.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "buffer/buffer_block.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 using gvlib::detail::ReallocBlock;
 
@@ -180,9 +181,9 @@ void CGVBuffer::mUnlock(int32_t n) {
 }
 
 CGVObject* CGVBuffer::mCopy() const {
-    auto* copy = new CGVBuffer(0, kDefaultGrowBy);
-    *copy = *this;
-    return copy;
+    std::unique_ptr<CGVBuffer> copy(new CGVBuffer(0, kDefaultGrowBy));
+    *copy = *this;  // may run out of memory: the new buffer then goes again
+    return copy.release();
 }
 
 CGVObject* CGVBuffer::mNew() const { return new CGVBuffer(0, kDefaultGrowBy); }

@@ -1,5 +1,6 @@
 // CGVObject::mNew(std::istream&): builds the object that a type tag names.
 #include <istream>
+#include <memory>
 
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/array/GVStringArray.h"
@@ -35,8 +36,9 @@ CGVObject* NewForTag(char tag) {
 CGVObject* CGVObject::mNew(std::istream& is) {
     char tag = 0;
     is >> tag;  // stays 0 on an exhausted stream
-    CGVObject* obj = NewForTag(tag);
+    // Owned until its body is read: a body that fails to load takes the object with it.
+    std::unique_ptr<CGVObject> obj(NewForTag(tag));
     if (obj != nullptr)
         obj->Serialize(is);
-    return obj;
+    return obj.release();
 }
