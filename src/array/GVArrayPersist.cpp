@@ -1,6 +1,5 @@
 // CGVArray: the binary archive layout and the buffer form through the string stream.
 #include <algorithm>
-#include "gvlib/platform/allocator.h"
 #include <cstdlib>
 #include <istream>
 #include <memory>
@@ -11,6 +10,7 @@
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/QXStringStream.h"
 #include "gvlib/platform/afxarchive.h"
+#include "gvlib/platform/allocator.h"
 
 namespace gvlib::detail {
 

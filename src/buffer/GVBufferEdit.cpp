@@ -1,6 +1,5 @@
 // CGVBuffer: replace-all, reading a file, assignment from an object and comparison.
 #include <algorithm>
-#include "gvlib/platform/allocator.h"
 #include <cstdlib>
 #include <cstring>
 
@@ -9,6 +8,7 @@
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/platform/afxfile.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 using gvlib::detail::FindBytes;
 using gvlib::detail::ReallocBlock;

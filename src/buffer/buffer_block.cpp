@@ -1,11 +1,11 @@
 // Raw block helpers shared by the buffer's source files.
 #include "buffer/buffer_block.h"
-#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <cstring>
 
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 namespace gvlib::detail {
 

@@ -1,12 +1,12 @@
 // CGVObject's default operations and the free stream operators.
 #include "gvlib/core/GVObject.h"
-#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <istream>
 #include <ostream>
 
 #include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/allocator.h"
 
 CGVObject::~CGVObject() = default;
 

@@ -1,11 +1,11 @@
 // TQXStringStream and its buffer: a write block grown in fixed steps and a read copy.
 #include "gvlib/core/QXStringStream.h"
-#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <cstring>
 
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 namespace {
 

@@ -1,6 +1,5 @@
 // CStringT<char>: storage, copy-on-write and the editing operations.
 #include "gvlib/platform/afxstr.h"
-#include "gvlib/platform/allocator.h"
 
 #include <atomic>
 #include <climits>
@@ -10,6 +9,7 @@
 #include <new>
 #include <string>
 
+#include "gvlib/platform/allocator.h"
 #include "gvlib/platform/winnls.h"
 #include "platform/crt_format.h"
 #include "platform/crt_text.h"

@@ -1,11 +1,11 @@
 // CDBVariant: ownership of the values that its pointer members hold.
 #include "gvlib/platform/afxdb.h"
-#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <cstring>
 
 #include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/allocator.h"
 
 CLongBinary::~CLongBinary() { gvplatform::detail::MemFree(m_hData); }
 

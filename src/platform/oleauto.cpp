@@ -1,10 +1,11 @@
 // BSTR, SAFEARRAY and VARIANT memory management.
 #include "gvlib/platform/oleauto.h"
-#include "gvlib/platform/allocator.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <new>
+
+#include "gvlib/platform/allocator.h"
 
 namespace {
 

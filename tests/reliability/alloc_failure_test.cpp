@@ -99,19 +99,20 @@ std::string Text(CGVObject& o) {
     os << o;
     return os.str();
 }
+// The helpers below may run while a failure is armed: they own what they build.
 CGVStringArray* Strings(std::initializer_list<const char*> items) {
-    auto* a = new CGVStringArray;
+    auto a = std::make_unique<CGVStringArray>();
     for (const char* t : items) {
         CGVString s(t);
         a->mAdd(&s);
     }
-    return a;
+    return a.release();
 }
 CGVLongArray* Longs(int32_t n) {
-    auto* a = new CGVLongArray;
+    auto a = std::make_unique<CGVLongArray>();
     for (int32_t i = 0; i < n; ++i)
         a->mAdd(&i);
-    return a;
+    return a.release();
 }
 
 // An operation on a fresh target: `op` changes *t, `state` describes it.
@@ -150,9 +151,9 @@ CString* Shared() {
     return new CString(original);  // shares its block: every change forks first
 }
 CGVBuffer* Bytes() {
-    auto* b = new CGVBuffer;
+    auto b = std::make_unique<CGVBuffer>();
     b->mInit("a,b,a,b,a", 9);
-    return b;
+    return b.release();
 }
 std::string Saved(CGVArray& a) {
     CGVBuffer b;
@@ -161,9 +162,9 @@ std::string Saved(CGVArray& a) {
 }
 CGVBuffer* SavedOf(CGVArray* a) {
     std::unique_ptr<CGVArray> owned(a);
-    auto* b = new CGVBuffer;
+    auto b = std::make_unique<CGVBuffer>();
     owned->mSave(*b);
-    return b;
+    return b.release();
 }
 std::function<void(std::unique_ptr<CGVObject>&)> Factory(std::string form) {
     return [form](std::unique_ptr<CGVObject>& out) {
@@ -189,9 +190,9 @@ std::string StoreClosed(CGVObject& o) {
 std::vector<Row> ValueRows() {
     auto fromBytes = [](std::vector<BYTE> const& bytes, CGVObject& o) { gvtest::Load(bytes, o); };
     auto buffer500 = [] {
-        auto* b = new CGVBuffer;
+        auto b = std::make_unique<CGVBuffer>();
         b->mInit(std::string(500, 'z').c_str(), 500);
-        return b;
+        return b.release();
     };
     return {
         {"CString fork on SetAt", On<CString>(Shared, [](CString& s) { s.SetAt(0, 't'); }, kStr)},
@@ -212,9 +213,8 @@ std::vector<Row> ValueRows() {
         {"CString Tokenize", Make<CString>([](CString& o) { int i = 0; o = CString("a;b").Tokenize(";", i); }, kStr)},
         {"CString LoadString", On<CString>(Shared, [](CString& s) { s.LoadString(4711); }, kStr)},
         {"CString AllocSysString", Make<CString>([](CString& o) {
-             BSTR b = CString("sys").AllocSysString();
-             o = W(b);
-             SysFreeString(b);
+             std::unique_ptr<OLECHAR, void (*)(BSTR)> b(CString("sys").AllocSysString(), SysFreeString);
+             o = W(b.get());
          }, kStr)},
         {"CGVString copy", Make<std::unique_ptr<CGVObject>>([](auto& o) { o.reset(CGVString("x").mCopy()); }, kObj)},
         {"CGVString new", Make<std::unique_ptr<CGVObject>>([](auto& o) { o.reset(CGVString("x").mNew()); }, kObj)},

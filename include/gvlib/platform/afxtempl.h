@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "gvlib/platform/afxarchive.h"
-#include "gvlib/platform/allocator.h"
 #include "gvlib/platform/afxobject.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 /// A growable array with 32-bit indexes. Index errors raise CInvalidArgException;
 /// new slots are value-initialised (null for pointers).
