@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "gvlib/platform/afxexcept.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 namespace {
 
@@ -31,7 +33,7 @@ int64_t CGVArray::BlockBytes(int32_t elementSize, int64_t slots) {
 }
 
 void CGVArray::FreeBlock() {
-    std::free(m_elements);
+    gvplatform::detail::MemFree(m_elements);
     m_elements = nullptr;
     m_blockSlots = 0;
 }
@@ -50,7 +52,7 @@ void CGVArray::EnsureBlock(int64_t slots) {
     // one-step growths costs amortised constant time per element.
     int64_t roomy = std::max(slots, m_blockSlots * 2);
     int64_t bytes = roomy * m_elementSize <= kMaxBlockBytes ? roomy * m_elementSize : need;
-    auto* block = static_cast<char*>(std::realloc(m_elements, static_cast<size_t>(bytes)));
+    auto* block = static_cast<char*>(gvplatform::detail::MemRealloc(m_elements, static_cast<size_t>(bytes)));
     if (block == nullptr)
         AfxThrowMemoryException();  // the old block stays
     int64_t old = m_blockSlots * m_elementSize;
@@ -65,7 +67,7 @@ void CGVArray::CopyFrom(CGVArray const& other) {
     bool empty = other.m_itemCount == 0 && other.m_allocatedSlots == 0;
     int64_t bytes = empty ? 0 : BlockBytes(other.m_elementSize, slots);
     if (bytes > 0 && other.m_elements != nullptr) {
-        block = static_cast<char*>(std::malloc(static_cast<size_t>(bytes)));
+        block = static_cast<char*>(gvplatform::detail::MemAlloc(static_cast<size_t>(bytes)));
         if (block == nullptr)
             AfxThrowMemoryException();
         std::memcpy(block, other.m_elements, static_cast<size_t>(bytes));
@@ -85,7 +87,7 @@ void CGVArray::mInit(int32_t elementSize, int16_t growStep) {
     m_allocatedSlots = growStep;
     int64_t bytes = BlockBytes(elementSize, growStep);
     if (bytes > 0) {
-        m_elements = static_cast<char*>(std::calloc(static_cast<size_t>(bytes), 1));
+        m_elements = static_cast<char*>(gvplatform::detail::MemCalloc(static_cast<size_t>(bytes), 1));
         if (m_elements == nullptr)
             AfxThrowMemoryException();
         m_blockSlots = growStep;
@@ -95,9 +97,9 @@ void CGVArray::mInit(int32_t elementSize, int16_t growStep) {
 void CGVArray::mClear() { mInit(m_elementSize, m_growStep); }
 
 CGVObject* CGVArray::mCopy() const {
-    auto* copy = new CGVArray(0, 16);
-    *copy = const_cast<CGVArray&>(*this);
-    return copy;
+    std::unique_ptr<CGVArray> copy(new CGVArray(0, 16));
+    *copy = const_cast<CGVArray&>(*this);  // may run out of memory: the copy then goes again
+    return copy.release();
 }
 
 CGVObject* CGVArray::mNew() const { return new CGVArray(0, 16); }
@@ -127,7 +129,7 @@ void CGVArray::mResize(int32_t slots) {
     EnsureBlock(keep);
     // Give memory back once the hidden room is far beyond what is reported.
     if (m_elements != nullptr && m_blockSlots > 4 * keep && m_blockSlots > 256 && keep > 0) {
-        auto* block = static_cast<char*>(std::realloc(m_elements, static_cast<size_t>(keep * m_elementSize)));
+        auto* block = static_cast<char*>(gvplatform::detail::MemRealloc(m_elements, static_cast<size_t>(keep * m_elementSize)));
         if (block != nullptr) {
             m_elements = block;
             m_blockSlots = keep;
@@ -152,7 +154,9 @@ void CGVArray::mInsertItem(int32_t index) {
     // A growth step that does not cover the count (a caller's mResize) still
     // must not let the move run past the block.
     EnsureBlock(static_cast<int64_t>(m_itemCount) + 1);
-    if (index <= m_itemCount && m_elements != nullptr) {
+    // A string array's element size is -1: called through the generic class it
+    // has no records to move.
+    if (index <= m_itemCount && m_elements != nullptr && m_elementSize > 0) {
         size_t size = static_cast<size_t>(m_elementSize);
         std::memmove(m_elements + size * (index + 1), m_elements + size * index, size * (m_itemCount - index));
     }
@@ -170,7 +174,7 @@ void CGVArray::mDeleteItem(int32_t index) {
     if (index < 0 || index >= m_itemCount)
         return;
     --m_itemCount;
-    if (m_elements != nullptr) {
+    if (m_elements != nullptr && m_elementSize > 0) {
         size_t size = static_cast<size_t>(m_elementSize);
         std::memmove(m_elements + size * index, m_elements + size * (index + 1), size * (m_itemCount - index));
     }

@@ -12,6 +12,7 @@
 #include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/gvplatform.h"
 #include "platform/loading_policy.h"
+#include "gvlib/platform/allocator.h"
 
 namespace gvlib::detail {
 
@@ -25,8 +26,10 @@ ArrayHeader ReadArrayHeader(CArchive& ar) {
 }
 
 char* ReadArchiveBlock(CArchive& ar, int64_t bytes) {
-    std::unique_ptr<char, decltype(&std::free)> block(gvplatform::detail::ZeroedBlock(static_cast<uint64_t>(bytes)),
-                                                      &std::free);
+    struct Free {
+        void operator()(char* p) const { gvplatform::detail::MemFree(p); }
+    };
+    std::unique_ptr<char, Free> block(gvplatform::detail::ZeroedBlock(static_cast<uint64_t>(bytes)));
     UINT got = bytes > 0 ? ar.Read(block.get(), static_cast<UINT>(bytes)) : 0;
     if (got < bytes && gvplatform::StrictLoading())
         gvplatform::detail::ThrowDamage(CArchiveException::endOfFile, gvplatform::detail::LoadOffset(ar));
@@ -61,6 +64,9 @@ void CGVArray::Serialize(CArchive& ar) {
 
 void CGVArray::mSave(CGVBuffer& buffer) const {
     TQXStringStream stream;
+    // The stream would swallow the memory exception of its growing block and
+    // leave a truncated text: let it reach the caller instead.
+    stream.exceptions(std::ios::badbit);
     stream << const_cast<CGVArray&>(*this);
     auto* written = static_cast<TQXStringStreamBuf*>(stream.rdbuf());
     // A stream that received nothing gives null and 0: an empty buffer.
@@ -75,5 +81,13 @@ void CGVArray::mLoad(CGVBuffer const& buffer) {
     TQXStringStream stream;
     static_cast<TQXStringStreamBuf*>(stream.rdbuf())
         ->mSetReadData(buffer.mGetBuffer(), static_cast<unsigned>(buffer.ContentLength()));
-    stream >> *this;
+    // Items arrive one by one: on a failure part-way, those appended go again.
+    int32_t const before = mGetNumItems();
+    try {
+        stream >> *this;
+    } catch (...) {
+        while (mGetNumItems() > before)
+            mDeleteItem(mGetNumItems() - 1);
+        throw;
+    }
 }

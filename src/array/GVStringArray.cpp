@@ -2,6 +2,7 @@
 #include "gvlib/array/GVStringArray.h"
 
 #include <memory>
+#include <utility>
 
 #include "array/sort_state.h"
 
@@ -109,9 +110,16 @@ CGVString& CGVStringArray::operator[](int32_t index) {
 }
 
 void CGVStringArray::operator=(CGVStringArray& other) {
+    // Every copy is made before the old strings go, so running out of memory
+    // leaves this array as it was. Assigning an array to itself empties it.
+    CGVStringArray copies;
+    if (&other != this) {
+        for (int32_t i = 0; i < other.m_itemCount; ++i)
+            copies.mAdd(other.m_strings.GetAt(i));
+    }
     mInit(0, 16);
-    for (int32_t i = 0; i < other.m_itemCount; ++i)
-        mAdd(other.m_strings.GetAt(i));
+    m_strings.Swap(copies.m_strings);
+    std::swap(m_itemCount, copies.m_itemCount);
     m_elementSize = -1;
 }
 

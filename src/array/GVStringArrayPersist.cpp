@@ -10,6 +10,7 @@
 #include "array/array_archive.h"
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/core/GVLong.h"
+#include "gvlib/platform/allocator.h"
 #include "gvlib/platform/gvplatform.h"
 #include "platform/loading_policy.h"
 
@@ -107,7 +108,8 @@ void CGVStringArray::LoadRecordLayout(CArchive& ar, int32_t elementSize, int32_t
     if ((count > slots || (elementSize == 0 && count > 0)) && gvplatform::StrictLoading())
         gvplatform::detail::ThrowDamage(CArchiveException::badIndex, gvplatform::detail::LoadOffset(ar));
     int64_t bytes = BlockBytes(elementSize, slots);
-    std::unique_ptr<char, decltype(&std::free)> block(gvlib::detail::ReadArchiveBlock(ar, bytes), &std::free);
+    std::unique_ptr<char, decltype(&gvplatform::detail::MemFree)> block(gvlib::detail::ReadArchiveBlock(ar, bytes),
+                                                                      &gvplatform::detail::MemFree);
     CGVStringPtrArray read;
     try {
         if (count > 0) {

@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "buffer/buffer_block.h"
 #include "gvlib/platform/afxstr.h"
 #include "platform/loading_policy.h"
+#include "gvlib/platform/allocator.h"
 
 using gvlib::detail::ReallocBlock;
 
@@ -35,7 +37,7 @@ CGVBuffer::CGVBuffer(int32_t nSize, int32_t nGrowBy) : m_growBy(nGrowBy > 0 ? nG
     }
 }
 
-CGVBuffer::~CGVBuffer() { std::free(m_data); }
+CGVBuffer::~CGVBuffer() { gvplatform::detail::MemFree(m_data); }
 
 int32_t CGVBuffer::StepSize(int64_t n) const {
     if (n <= m_capacity)
@@ -77,7 +79,7 @@ void CGVBuffer::ReplaceBlockFor(int32_t n) {
     // zero-filled, so that bytes a short input does not deliver are zero and
     // cost no memory until written.
     char* block = gvplatform::detail::ZeroedBlock(static_cast<uint64_t>(size));
-    std::free(m_data);
+    gvplatform::detail::MemFree(m_data);
     InstallBlock(block, size);
 }
 
@@ -188,9 +190,9 @@ void CGVBuffer::mUnlock(int32_t n) {
 }
 
 CGVObject* CGVBuffer::mCopy() const {
-    auto* copy = new CGVBuffer(0, kDefaultGrowBy);
-    *copy = *this;
-    return copy;
+    std::unique_ptr<CGVBuffer> copy(new CGVBuffer(0, kDefaultGrowBy));
+    *copy = *this;  // may run out of memory: the new buffer then goes again
+    return copy.release();
 }
 
 CGVObject* CGVBuffer::mNew() const { return new CGVBuffer(0, kDefaultGrowBy); }
@@ -198,7 +200,7 @@ CGVObject* CGVBuffer::mNew() const { return new CGVBuffer(0, kDefaultGrowBy); }
 void CGVBuffer::mClear() {
     if (m_locked)
         return;
-    std::free(m_data);
+    gvplatform::detail::MemFree(m_data);
     m_data = nullptr;
     m_length = 0;
     m_capacity = 0;

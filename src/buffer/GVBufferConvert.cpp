@@ -165,11 +165,12 @@ void CGVBuffer::Serialize(CArchive& ar) {
         SetFromBytes(body.data(), length);
         return;
     }
-    m_length = 0;
-    if (length == 0)
+    if (length == 0) {
+        m_length = 0;
         return;
+    }
     bool reused = HasRoomFor(length);
-    ReplaceBlockFor(length);
+    ReplaceBlockFor(length);  // a failed allocation leaves the buffer as it was
     m_length = length;
     // The count Read returns is not checked; the bytes not delivered are zero.
     // A fresh block is zero-filled already, and left untouched its pages cost

@@ -8,6 +8,7 @@
 #include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/platform/afxfile.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 using gvlib::detail::FindBytes;
 using gvlib::detail::ReallocBlock;
@@ -67,7 +68,7 @@ int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl,
             try {
                 out = ReallocBlock(out, grown);
             } catch (...) {
-                std::free(out);
+                gvplatform::detail::MemFree(out);
                 throw;
             }
             size = grown;
@@ -84,7 +85,7 @@ int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl,
     }
     append(m_data + read, static_cast<size_t>(m_length - read));
     if (used >= INT32_MAX) {
-        std::free(out);
+        gvplatform::detail::MemFree(out);
         AfxThrowMemoryException();
     }
     auto length = static_cast<int32_t>(used);
@@ -92,7 +93,7 @@ int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl,
         // The block must not move: the result is taken only when it fits.
         if (HasRoomFor(length))
             std::memcpy(m_data, out, used);
-        std::free(out);
+        gvplatform::detail::MemFree(out);
         if (!HasRoomFor(length))
             return 0;
         m_length = length;
@@ -103,17 +104,33 @@ int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl,
         capacity = StepSize(int64_t{length} + 1);
         out = ReallocBlock(out, static_cast<size_t>(capacity));
     } catch (...) {
-        std::free(out);
+        gvplatform::detail::MemFree(out);
         throw;
     }
     out[capacity - 1] = 0;
-    std::free(m_data);
+    gvplatform::detail::MemFree(m_data);
     InstallBlock(out, capacity);
     m_length = length;
     return count;
 }
 
 int32_t CGVBuffer::mReadFromFile(CFile& file) {
+    // A read or allocation failing part-way leaves the buffer as it was: what the
+    // chunks appended is dropped again, and the byte the first one overwrote is
+    // put back, so no partial file passes for the whole.
+    int32_t const oldLength = m_length;
+    char const oldEnd = m_data != nullptr && oldLength < m_capacity ? m_data[oldLength] : 0;
+    try {
+        return ReadChunks(file);
+    } catch (...) {
+        m_length = oldLength;
+        if (m_data != nullptr && oldLength < m_capacity)
+            m_data[oldLength] = oldEnd;
+        throw;
+    }
+}
+
+int32_t CGVBuffer::ReadChunks(CFile& file) {
     char chunk[512];
     int32_t sum = 0;
     m_length = ContentLength();

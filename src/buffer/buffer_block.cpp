@@ -5,11 +5,12 @@
 #include <cstring>
 
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 namespace gvlib::detail {
 
 char* ReallocBlock(char* block, size_t size) {
-    auto* grown = static_cast<char*>(std::realloc(block, size));
+    auto* grown = static_cast<char*>(gvplatform::detail::MemRealloc(block, size));
     if (grown == nullptr)
         AfxThrowMemoryException();
     return grown;

@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/allocator.h"
 
 CGVObject::~CGVObject() = default;
 
@@ -16,13 +17,13 @@ CGVObject* CGVObject::mNew() const { return nullptr; }
 void CGVObject::mClear() {}
 
 void* CGVObject::operator new(std::size_t size) {
-    void* block = std::malloc(size ? size : 1);
+    void* block = gvplatform::detail::MemAlloc(size ? size : 1);
     if (block == nullptr)
         AfxThrowMemoryException();
     return block;
 }
 
-void CGVObject::operator delete(void* block) noexcept { std::free(block); }
+void CGVObject::operator delete(void* block) noexcept { gvplatform::detail::MemFree(block); }
 
 CGVObject& CGVObject::operator=(CGVObject const&) {
     // Hosts catch this as a plain character pointer.

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 namespace {
 
@@ -14,8 +15,8 @@ constexpr int32_t kWriteStep = 10000;
 
 TQXStringStreamBuf::~TQXStringStreamBuf() {
     sync();
-    std::free(m_writeBlock);
-    std::free(m_readBlock);
+    gvplatform::detail::MemFree(m_writeBlock);
+    gvplatform::detail::MemFree(m_readBlock);
 }
 
 int32_t TQXStringStreamBuf::mWrittenLength() {
@@ -34,7 +35,7 @@ TQXStringStreamBuf::int_type TQXStringStreamBuf::overflow(int_type c) {
     int32_t capacity = m_writeCapacity + kWriteStep;
     // realloc keeps the first `used` bytes (all the block holds that matters) and
     // usually extends a large block in place, so 10000-byte steps stay cheap.
-    auto* block = static_cast<char*>(std::realloc(m_writeBlock, static_cast<size_t>(capacity) + 1));
+    auto* block = static_cast<char*>(gvplatform::detail::MemRealloc(m_writeBlock, static_cast<size_t>(capacity) + 1));
     if (block == nullptr)
         AfxThrowMemoryException();  // the old block stays
     m_writeBlock = block;
@@ -63,12 +64,12 @@ int TQXStringStreamBuf::sync() {
 void TQXStringStreamBuf::mSetReadData(void const* p, unsigned n) {
     char* copy = nullptr;
     if (n != 0) {
-        copy = static_cast<char*>(std::malloc(n));
+        copy = static_cast<char*>(gvplatform::detail::MemAlloc(n));
         if (copy == nullptr)
             AfxThrowMemoryException();  // the old copy stays
         std::memcpy(copy, p, n);
     }
-    std::free(m_readBlock);
+    gvplatform::detail::MemFree(m_readBlock);
     m_readBlock = copy;
     m_readLength = static_cast<int32_t>(n);
     setg(copy, copy, copy == nullptr ? nullptr : copy + n);

@@ -50,6 +50,7 @@ void CGVPath::AppendExtension(char const* extension) {
 }
 
 void CGVPath::SetExtension(char const* extension) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     if (extension == nullptr || *extension == '\0')
         return;
     TrimExtension();
@@ -138,6 +139,7 @@ bool AppendInPlace(CGVPath& path, char const* tail) {
 }  // namespace
 
 void CGVPath::AppendPath(char const* tail, char delimiter, int whitespace) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     if (IsEmpty())
         return;
     if (delimiter == '\0' && whitespace == 0 && AppendInPlace(*this, tail))

@@ -31,6 +31,7 @@ void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
 }
 
 void CGVPath::Implode(char const* volume, CGVStringArray const& parts) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     CGVString::operator=(volume);
     for (int i = 0; i < parts.mGetNumItems(); ++i) {
         // An empty slot leaves the destination as it was: start each one empty.

@@ -127,6 +127,7 @@ void CGVPath::PrivateMakeLegal(uint32_t maxComponent, uint32_t maxExtension) {
 }
 
 int CGVPath::MakeLegalName(char const* directory) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     CGVPath folder(directory);
     uint32_t maxComponent = folder.GetVolumeMaxComponent();
     uint32_t maxExtension = MaxExtensionFor(maxComponent);
@@ -148,6 +149,7 @@ int CGVPath::MakeLegalName(char const* directory) {
 }
 
 int CGVPath::MakeLegalPath() {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     CStringT<char>::TrimRight();
     CGVPath volume;
     CGVStringArray parts;

@@ -12,6 +12,7 @@
 #include "gvlib/platform/volumes.h"
 #include "platform/folded_names.h"
 #include "platform/volume_map.h"
+#include "path/path_internal.h"
 
 namespace {
 
@@ -194,6 +195,7 @@ int CGVPath::MakeUniqueLegalURL(char const* directory, int firstPatternId, int n
 
 int CGVPath::PrivateMakeUnique(char const* directory, int firstPatternId, int numberedPatternId,
                                CGVStringArray const* taken, CGVStringArray const* reusable, int legalURL) {
+    gvpath::detail::KeepTextOnFailure keep(*this);
     CGVPath folder;
     if (directory != nullptr)
         folder = directory;

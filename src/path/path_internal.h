@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstring>
+#include <exception>
 
 #include "gvlib/string/GVString.h"
 #include "platform/crt_text.h"
@@ -19,6 +20,26 @@ extern CGVString const BAD_PATH_CHARACTERS_SHORT;  // *?"<>|+,[]= and a space
 extern CGVString const BAD_NAME_CHARACTERS_LONG;   // \/: then *?"<>|
 extern CGVString const BAD_NAME_CHARACTERS_SHORT;  // \/:; then *?"<>|+,[]= and a space
 extern CGVString const LEGAL_URL_CHARACTERS;       // letters, digits, \/$-_.+!*'(), and a space
+
+/// For editing members that build their result in several steps: the text they
+/// started from is kept (a shared copy, so the edits below copy first) and put
+/// back when an exception leaves the member, so a path is never left half-edited.
+class KeepTextOnFailure {
+public:
+    explicit KeepTextOnFailure(CStringT<char>& text) noexcept
+        : m_text(text), m_saved(text), m_pending(std::uncaught_exceptions()) {}
+    KeepTextOnFailure(KeepTextOnFailure const&) = delete;
+    KeepTextOnFailure& operator=(KeepTextOnFailure const&) = delete;
+    ~KeepTextOnFailure() {
+        if (std::uncaught_exceptions() > m_pending)
+            m_text = m_saved;
+    }
+
+private:
+    CStringT<char>& m_text;
+    CStringT<char> const m_saved;
+    int m_pending;
+};
 
 /// Whether `c` is one of the characters of `set`. The terminator is not a member
 /// (strchr would say it is), and a null set is empty.

@@ -13,7 +13,48 @@
 #include <limits>
 #include <string>
 
+#include "gvlib/platform/allocator.h"
+#ifdef GVLIB_FAULT_INJECTION
+#include "platform/fault_injection.h"
+#endif
+
 namespace {
+
+// Every system call of CFile goes through one of these gates, where test builds
+// make a chosen call fail (with errno set) or transfer fewer bytes than asked.
+#ifdef GVLIB_FAULT_INJECTION
+using gvplatform::faults::FileCall;
+bool Injected(FileCall call) {
+    int nError = gvplatform::detail::InjectedFileError(call);
+    if (nError != 0)
+        errno = nError;
+    return nError != 0;
+}
+size_t Capped(size_t n) { return gvplatform::detail::CappedTransfer(static_cast<unsigned>(n)); }
+#define GV_INJECTED(call) Injected(FileCall::call)
+#else
+size_t Capped(size_t n) { return n; }
+#define GV_INJECTED(call) false
+#endif
+
+int SysOpen(const char* name, int flags) { return GV_INJECTED(open) ? -1 : ::open(name, flags, 0666); }
+ssize_t SysRead(int fd, void* p, size_t n) { return GV_INJECTED(read) ? -1 : ::read(fd, p, Capped(n)); }
+ssize_t SysWrite(int fd, const void* p, size_t n) { return GV_INJECTED(write) ? -1 : ::write(fd, p, Capped(n)); }
+off_t SysSeek(int fd, off_t off, int whence) { return GV_INJECTED(seek) ? -1 : ::lseek(fd, off, whence); }
+int SysStat(int fd, struct stat* st) { return GV_INJECTED(stat) ? -1 : ::fstat(fd, st); }
+int SysSync(int fd) { return GV_INJECTED(flush) ? -1 : ::fsync(fd); }
+int SysClose(int fd) {
+    // The descriptor is released even when the close reports an error, as on Linux.
+    bool fail = GV_INJECTED(close);
+    int saved = errno;
+    int rc = ::close(fd);
+    if (fail) {
+        errno = saved;
+        return -1;
+    }
+    return rc;
+}
+#undef GV_INJECTED
 
 constexpr ULONGLONG kMaxMemFileSize = std::numeric_limits<UINT>::max();
 
@@ -107,7 +148,7 @@ BOOL CFile::Open(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError) 
     }
     int fd;
     do
-        fd = ::open(name.c_str(), flags, 0666);
+        fd = SysOpen(name.c_str(), flags);
     while (fd < 0 && errno == EINTR);
     if (fd < 0)
         return fail(errno);
@@ -125,7 +166,7 @@ BOOL CFile::Open(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError) 
 
 void CFile::Close() {
     int nError = 0;
-    if (m_hFile != hFileNull && ::close(m_hFile) != 0 && errno != EINTR)
+    if (m_hFile != hFileNull && SysClose(m_hFile) != 0 && errno != EINTR)
         nError = errno;
     m_hFile = hFileNull;
     m_bCloseOnDelete = FALSE;
@@ -147,7 +188,7 @@ void CFile::Flush() {
     if (m_hFile == hFileNull)
         return;
     // Pipes and character devices cannot be synchronised; there is nothing to flush.
-    if (::fsync(m_hFile) != 0 && errno != EINVAL && errno != EROFS)
+    if (SysSync(m_hFile) != 0 && errno != EINVAL && errno != EROFS)
         ThrowErrno(errno, m_strFileName);
 }
 
@@ -159,7 +200,7 @@ UINT CFile::Read(void* lpBuf, UINT nCount) {
     BYTE* p = static_cast<BYTE*>(lpBuf);
     UINT nRead = 0;
     while (nRead < nCount) {
-        ssize_t n = ::read(m_hFile, p + nRead, nCount - nRead);
+        ssize_t n = SysRead(m_hFile, p + nRead, nCount - nRead);
         if (n < 0) {
             if (errno == EINTR)
                 continue;
@@ -180,7 +221,7 @@ void CFile::Write(const void* lpBuf, UINT nCount) {
     const BYTE* p = static_cast<const BYTE*>(lpBuf);
     UINT nWritten = 0;
     while (nWritten < nCount) {
-        ssize_t n = ::write(m_hFile, p + nWritten, nCount - nWritten);
+        ssize_t n = SysWrite(m_hFile, p + nWritten, nCount - nWritten);
         if (n < 0) {
             if (errno == EINTR)
                 continue;
@@ -207,7 +248,7 @@ ULONGLONG CFile::Seek(LONGLONG lOff, UINT nFrom) {
     default:
         AfxThrowFileException(CFileException::badSeek, EINVAL, m_strFileName);
     }
-    off_t pos = ::lseek(m_hFile, static_cast<off_t>(lOff), whence);
+    off_t pos = SysSeek(m_hFile, static_cast<off_t>(lOff), whence);
     if (pos < 0)
         ThrowErrno(errno, m_strFileName);
     return static_cast<ULONGLONG>(pos);
@@ -215,7 +256,7 @@ ULONGLONG CFile::Seek(LONGLONG lOff, UINT nFrom) {
 
 ULONGLONG CFile::GetLength() const {
     struct stat st;
-    if (::fstat(m_hFile, &st) != 0)
+    if (SysStat(m_hFile, &st) != 0)
         ThrowErrno(errno, m_strFileName);
     return static_cast<ULONGLONG>(st.st_size);
 }
@@ -230,7 +271,7 @@ void CFile::SetLength(ULONGLONG dwNewLen) {
 }
 
 ULONGLONG CFile::GetPosition() const {
-    off_t pos = ::lseek(m_hFile, 0, SEEK_CUR);
+    off_t pos = SysSeek(m_hFile, 0, SEEK_CUR);
     if (pos < 0)
         ThrowErrno(errno, m_strFileName);
     return static_cast<ULONGLONG>(pos);
@@ -382,12 +423,12 @@ void CMemFile::Abort() { Close(); }
 
 void CMemFile::Flush() {}
 
-BYTE* CMemFile::Alloc(UINT nBytes) { return static_cast<BYTE*>(std::malloc(nBytes)); }
+BYTE* CMemFile::Alloc(UINT nBytes) { return static_cast<BYTE*>(gvplatform::detail::MemAlloc(nBytes)); }
 
 BYTE* CMemFile::Realloc(BYTE* lpMem, UINT nBytes) {
     if (nBytes == 0)
         return nullptr;
-    return static_cast<BYTE*>(std::realloc(lpMem, nBytes));
+    return static_cast<BYTE*>(gvplatform::detail::MemRealloc(lpMem, nBytes));
 }
 
 BYTE* CMemFile::Memcpy(BYTE* lpMemTarget, const BYTE* lpMemSource, UINT nBytes) {
@@ -396,7 +437,7 @@ BYTE* CMemFile::Memcpy(BYTE* lpMemTarget, const BYTE* lpMemSource, UINT nBytes) 
     return lpMemTarget;
 }
 
-void CMemFile::Free(BYTE* lpMem) { std::free(lpMem); }
+void CMemFile::Free(BYTE* lpMem) { gvplatform::detail::MemFree(lpMem); }
 
 void CMemFile::GrowFile(ULONGLONG dwNewLen) {
     if (dwNewLen <= m_nBufferSize)

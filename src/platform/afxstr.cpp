@@ -9,6 +9,7 @@
 #include <new>
 #include <string>
 
+#include "gvlib/platform/allocator.h"
 #include "gvlib/platform/winnls.h"
 #include "platform/crt_format.h"
 #include "platform/crt_text.h"
@@ -49,7 +50,7 @@ Data* Allocate(int nLength) {
     int nAlloc = (nLength + 8) & ~7;
     if (nAlloc > kMaxLength)
         nAlloc = kMaxLength;
-    void* block = std::malloc(sizeof(Data) + static_cast<size_t>(nAlloc) + 1);
+    void* block = gvplatform::detail::MemAlloc(sizeof(Data) + static_cast<size_t>(nAlloc) + 1);
     if (block == nullptr)
         AfxThrowMemoryException();
     Data* p = static_cast<Data*>(block);
@@ -62,7 +63,7 @@ Data* Allocate(int nLength) {
 
 void Free(Data* p) noexcept {
     if (!IsNil(p))
-        std::free(p);
+        gvplatform::detail::MemFree(p);
 }
 
 }  // namespace

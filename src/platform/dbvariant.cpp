@@ -5,8 +5,9 @@
 #include <cstring>
 
 #include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/allocator.h"
 
-CLongBinary::~CLongBinary() { std::free(m_hData); }
+CLongBinary::~CLongBinary() { gvplatform::detail::MemFree(m_hData); }
 
 CDBVariant::CDBVariant() : m_dwType(DBVT_NULL), m_dblVal(0) {}
 
@@ -55,7 +56,7 @@ CDBVariant& CDBVariant::operator=(const CDBVariant& src) {
         m_pbinary = nullptr;
         if (src.m_pbinary != nullptr) {
             m_pbinary = new CLongBinary;
-            m_pbinary->m_hData = std::malloc(src.m_pbinary->m_dwDataLength ? src.m_pbinary->m_dwDataLength : 1);
+            m_pbinary->m_hData = gvplatform::detail::MemAlloc(src.m_pbinary->m_dwDataLength ? src.m_pbinary->m_dwDataLength : 1);
             if (m_pbinary->m_hData == nullptr) {
                 delete m_pbinary;
                 AfxThrowMemoryException();

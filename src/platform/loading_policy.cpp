@@ -8,6 +8,7 @@
 
 #include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/allocator.h"
 #include "gvlib/platform/gvplatform.h"
 
 namespace gvplatform {
@@ -33,7 +34,7 @@ char* ZeroedBlock(uint64_t bytes) {
     if (bytes == 0)
         return nullptr;
     ChargeInput(bytes);
-    auto* block = static_cast<char*>(std::calloc(static_cast<size_t>(bytes), 1));
+    auto* block = static_cast<char*>(MemCalloc(static_cast<size_t>(bytes), 1));
     if (block == nullptr)
         AfxThrowMemoryException();
     return block;

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <new>
 
+#include "gvlib/platform/allocator.h"
+
 namespace {
 
 // A BSTR block: the 32-bit byte count sits just before the pointer handed out,
@@ -12,7 +14,7 @@ namespace {
 BSTR AllocateBstr(const void* bytes, UINT byteCount) {
     if (byteCount > 0x7FFFFFF0u)
         return nullptr;
-    auto* block = static_cast<unsigned char*>(std::malloc(sizeof(uint32_t) + byteCount + 3));
+    auto* block = static_cast<unsigned char*>(gvplatform::detail::MemAlloc(sizeof(uint32_t) + byteCount + 3));
     if (block == nullptr)
         return nullptr;
     uint32_t count = byteCount;
@@ -84,7 +86,7 @@ BSTR SysAllocStringByteLen(LPCSTR psz, UINT len) { return AllocateBstr(psz, len)
 
 void SysFreeString(BSTR bstr) {
     if (bstr != nullptr)
-        std::free(BstrBlock(bstr));
+        gvplatform::detail::MemFree(BstrBlock(bstr));
 }
 
 UINT SysStringByteLen(BSTR bstr) {
@@ -108,7 +110,7 @@ SAFEARRAY* SafeArrayCreate(VARTYPE vt, UINT cDims, SAFEARRAYBOUND* rgsabound) {
             return nullptr;
     }
     size_t descriptor = sizeof(ArrayHeader) + sizeof(SAFEARRAY) + (cDims - 1) * sizeof(SAFEARRAYBOUND);
-    auto* block = static_cast<unsigned char*>(std::calloc(1, descriptor));
+    auto* block = static_cast<unsigned char*>(gvplatform::detail::MemCalloc(1, descriptor));
     if (block == nullptr)
         return nullptr;
     reinterpret_cast<ArrayHeader*>(block)->vt = vt;
@@ -119,9 +121,9 @@ SAFEARRAY* SafeArrayCreate(VARTYPE vt, UINT cDims, SAFEARRAYBOUND* rgsabound) {
     // Stored last dimension first.
     for (UINT i = 0; i < cDims; ++i)
         psa->rgsabound[i] = rgsabound[cDims - 1 - i];
-    psa->pvData = std::calloc(count ? static_cast<size_t>(count) : 1, elementSize);
+    psa->pvData = gvplatform::detail::MemCalloc(count ? static_cast<size_t>(count) : 1, elementSize);
     if (psa->pvData == nullptr) {
-        std::free(block);
+        gvplatform::detail::MemFree(block);
         return nullptr;
     }
     return psa;
@@ -137,8 +139,8 @@ HRESULT SafeArrayDestroy(SAFEARRAY* psa) {
         return S_OK;
     if (psa->cLocks != 0)
         return DISP_E_ARRAYISLOCKED;
-    std::free(psa->pvData);
-    std::free(HeaderOf(psa));
+    gvplatform::detail::MemFree(psa->pvData);
+    gvplatform::detail::MemFree(HeaderOf(psa));
     return S_OK;
 }
 

@@ -4,6 +4,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/afxfile.cpp
   ${CMAKE_CURRENT_LIST_DIR}/afxobject.cpp
   ${CMAKE_CURRENT_LIST_DIR}/afxstr.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/allocator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/codepage.cpp
   ${CMAKE_CURRENT_LIST_DIR}/collation_weights.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string.cpp
@@ -25,3 +26,8 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/volume_map.cpp
   ${CMAKE_CURRENT_LIST_DIR}/win_path.cpp
   ${CMAKE_CURRENT_LIST_DIR}/win_volume.cpp)
+if(GVLIB_FAULT_INJECTION)
+  # Test builds only: the allocator and the file layer fail on command.
+  target_sources(gvlib PRIVATE ${CMAKE_CURRENT_LIST_DIR}/file_faults.cpp)
+  target_compile_definitions(gvlib PRIVATE GVLIB_FAULT_INJECTION)
+endif()

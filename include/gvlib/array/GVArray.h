@@ -73,8 +73,10 @@ public:
     void mInsertAtIndex(void const* item, int32_t index);
 
     /// The text stream form (empty for a generic array) copied into the buffer.
+    /// A failure raises its exception and leaves the buffer unchanged.
     void mSave(CGVBuffer& buffer) const;
     /// Reads what mSave wrote through Serialize(std::istream&); an empty buffer clears.
+    /// A failure part-way raises its exception; the array keeps the items it had.
     void mLoad(CGVBuffer const& buffer);
 
     /// The exchange of mSwap on the current sort array.

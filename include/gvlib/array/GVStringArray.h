@@ -59,7 +59,7 @@ public:
     void mGetArrayItem(void* item, int32_t index) const override;
     using CGVArray::operator=;
     /// Clears, then adds the other's strings (empty slots are dropped). Assigning
-    /// an array to itself therefore empties it.
+    /// an array to itself therefore empties it. Out of memory, the array keeps its strings.
     virtual void operator=(CGVStringArray& other);
     /// An empty slot at index; a negative index raises CInvalidArgException.
     virtual void mInsertItem(int32_t index);

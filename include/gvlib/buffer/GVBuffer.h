@@ -55,7 +55,8 @@ public:
     /// searched again. 'a' by 'aa' on "aaa" ⇒ "aaaaaa", 3. An empty find changes nothing.
     int32_t mReplaceAll(char const* find, char const* repl);
     /// Appends the file from its position, then a 0 byte at the index equal to the
-    /// count read, counted in the length. Returns the count read.
+    /// count read, counted in the length. Returns the count read. A read or an
+    /// allocation that fails raises its exception and leaves the buffer unchanged.
     int32_t mReadFromFile(CFile& file);
 
     /// A new buffer with step 128 and the same content.
@@ -99,6 +100,7 @@ private:
     /// The content, padded with zeros up to a length set beyond the block.
     void WriteContent(std::ostream& os) const;
     void WriteContent(CArchive& ar) const;
+    int32_t ReadChunks(CFile& file);
 
     char* m_data = nullptr;
     int32_t m_length = 0;

@@ -40,7 +40,8 @@ public:
     virtual void Serialize(CArchive& ar);
 
     /// Reads a type tag (skipping white space), builds the matching class and lets
-    /// it read its body. Null for an unknown tag or an exhausted stream.
+    /// it read its body. Null for an unknown tag or an exhausted stream. When
+    /// reading the body raises, the new object is destroyed before the exception leaves.
     static CGVObject* mNew(std::istream& is);
 
     /// Value objects on the heap: a failed allocation raises CMemoryException,

@@ -18,6 +18,8 @@ struct GVPathTestAccess;
 /// for "the last delimiter" the backslash wins: in a\b/c the last delimiter is
 /// the backslash at index 1. A "." starts an extension only after that
 /// delimiter. Positions are zero-based, -1 means not found; tests answer 1 or 0.
+/// An editing member that runs out of memory raises CMemoryException and leaves
+/// the path as it was.
 class GVLIB_API CGVPath : public CGVString {
     friend struct GVPathTestAccess;
 

@@ -8,6 +8,7 @@
 #include "gvlib/platform/afxarchive.h"
 #include "gvlib/platform/afxobject.h"
 #include "gvlib/platform/afxstr.h"
+#include "gvlib/platform/allocator.h"
 
 /// A growable array with 32-bit indexes. Index errors raise CInvalidArgException;
 /// new slots are value-initialised (null for pointers).
@@ -32,7 +33,7 @@ public:
             m_nGrowBy = nGrowBy;
         if (nNewSize == 0) {
             Destroy(0, m_nSize);
-            ::operator delete(m_pData);
+            gvplatform::detail::MemFree(m_pData);
             m_pData = nullptr;
             m_nSize = m_nMaxSize = 0;
             return;
@@ -46,6 +47,14 @@ public:
             Destroy(nNewSize, m_nSize);
         }
         m_nSize = nNewSize;
+    }
+
+    /// Exchanges the slots and the growth step of two arrays; allocates nothing.
+    void Swap(CArray& other) noexcept {
+        std::swap(m_pData, other.m_pData);
+        std::swap(m_nSize, other.m_nSize);
+        std::swap(m_nMaxSize, other.m_nMaxSize);
+        std::swap(m_nGrowBy, other.m_nGrowBy);
     }
 
     void FreeExtra() {
@@ -177,14 +186,14 @@ private:
     void Reallocate(INT_PTR nNewMax) {
         if (static_cast<size_t>(nNewMax) > 0x7FFFFFFFu / sizeof(TYPE))
             AfxThrowMemoryException();
-        TYPE* pNew = static_cast<TYPE*>(::operator new(static_cast<size_t>(nNewMax) * sizeof(TYPE), std::nothrow));
+        TYPE* pNew = static_cast<TYPE*>(gvplatform::detail::MemAlloc(static_cast<size_t>(nNewMax) * sizeof(TYPE)));
         if (pNew == nullptr)
             AfxThrowMemoryException();
         for (INT_PTR i = 0; i < m_nSize; ++i) {
             ::new (&pNew[i]) TYPE(std::move(m_pData[i]));
             m_pData[i].~TYPE();
         }
-        ::operator delete(m_pData);
+        gvplatform::detail::MemFree(m_pData);
         m_pData = pNew;
         m_nMaxSize = nNewMax;
     }

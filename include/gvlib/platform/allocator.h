@@ -1,0 +1,20 @@
+// The one allocator behind every block the platform layer and the value classes
+// own: the C library's malloc family, with a fault-injection point in test builds.
+#pragma once
+
+#include <cstddef>
+
+#include "gvlib/platform/export.h"
+
+namespace gvplatform::detail {
+
+/// malloc's contract: a block of at least `bytes` bytes, or null when out of memory.
+GVLIB_API void* MemAlloc(std::size_t bytes) noexcept;
+/// calloc's contract: `count` zeroed elements of `size` bytes, or null.
+GVLIB_API void* MemCalloc(std::size_t count, std::size_t size) noexcept;
+/// realloc's contract: on null the old block is untouched and still owned by the caller.
+GVLIB_API void* MemRealloc(void* block, std::size_t bytes) noexcept;
+/// free's contract: null is allowed.
+GVLIB_API void MemFree(void* block) noexcept;
+
+}  // namespace gvplatform::detail
