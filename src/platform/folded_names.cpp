@@ -29,7 +29,7 @@ constexpr std::size_t kMaxDirectories = 64;
 // the call that made it.
 constexpr int64_t kSettledAfterNs = 100'000'000;
 
-bool IsAscii(std::string const& text) {
+bool IsAscii(std::string_view text) {
     for (char c : text)
         if (static_cast<unsigned char>(c) >= 0x80)
             return false;
@@ -104,6 +104,7 @@ std::shared_ptr<FoldedNames const> Read(std::string const& directory) {
             names->Add(entry->d_name);
     }
     closedir(dir);
+    names->Index();
     return names;
 }
 
@@ -120,23 +121,73 @@ std::string FoldAnsiName(std::string const& ansi) {
     return FoldToUtf8(units);
 }
 
-std::string const* FoldedNames::Find(std::string const& ansiName) const {
-    auto it = names_.find(FoldAnsiName(ansiName));
-    if (it == names_.end())
-        return nullptr;
-    return it->second.empty() ? &it->first : &it->second;
+std::string_view FoldedNames::Key(Entry const& e) const { return std::string_view(keys_).substr(e.key, e.keyLength); }
+
+std::string_view FoldedNames::Stored(Entry const& e) const {
+    return e.stored == kSameAsKey ? Key(e) : std::string_view(stored_).substr(e.stored, e.storedLength);
 }
 
-void FoldedNames::Add(std::string const& hostName) {
-    std::string key = FoldHostName(hostName);
+bool FoldedNames::Find(std::string const& ansiName, std::string* stored) const {
+    if (slots_.empty())
+        return false;
+    const std::string key = FoldAnsiName(ansiName);
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = std::hash<std::string_view>()(key) & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
+        Entry const& e = entries_[slots_[slot] - 1];
+        if (Key(e) == key) {
+            if (stored != nullptr)
+                stored->assign(Stored(e));
+            return true;
+        }
+    }
+    return false;
+}
+
+void FoldedNames::Add(std::string_view hostName) {
+    Entry e{static_cast<uint32_t>(keys_.size()), 0, kSameAsKey, 0};
+    bool same = true;
+    if (IsAscii(hostName)) {
+        for (char c : hostName) {
+            const char lower = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+            same = same && lower == c;
+            keys_ += lower;
+        }
+    } else {
+        const std::string key = FoldHostName(std::string(hostName));
+        same = key == hostName;
+        keys_ += key;
+    }
+    e.keyLength = static_cast<uint32_t>(keys_.size() - e.key);
     // A name stored as its key keeps no second copy.
-    std::string stored = key == hostName ? std::string() : hostName;
-    auto inserted = names_.emplace(std::move(key), std::move(stored));
-    if (inserted.second)
-        return;
-    std::string& current = inserted.first->second;
-    if (hostName < (current.empty() ? inserted.first->first : current))
-        current = hostName == inserted.first->first ? std::string() : hostName;
+    if (!same) {
+        e.stored = static_cast<uint32_t>(stored_.size());
+        e.storedLength = static_cast<uint32_t>(hostName.size());
+        stored_ += hostName;
+    }
+    entries_.push_back(e);
+}
+
+// One open-addressed table of entry numbers, at most half full; of names
+// that fold alike the first in byte order answers.
+void FoldedNames::Index() {
+    std::size_t size = 16;
+    while (size < entries_.size() * 2)
+        size *= 2;
+    slots_.assign(size, 0);
+    const std::size_t mask = size - 1;
+    for (uint32_t i = 0; i < entries_.size(); ++i) {
+        std::size_t slot = std::hash<std::string_view>()(Key(entries_[i])) & mask;
+        for (; slots_[slot] != 0; slot = (slot + 1) & mask) {
+            uint32_t& other = slots_[slot];
+            if (Key(entries_[other - 1]) == Key(entries_[i])) {
+                if (Stored(entries_[i]) < Stored(entries_[other - 1]))
+                    other = i + 1;
+                break;
+            }
+        }
+        if (slots_[slot] == 0)
+            slots_[slot] = i + 1;
+    }
 }
 
 std::shared_ptr<FoldedNames const> ListFoldedNames(std::string const& hostDirectory) {

@@ -2,9 +2,11 @@
 // per directory until the directory changes.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <vector>
 
 namespace gvplatform::detail {
 
@@ -13,19 +15,34 @@ namespace gvplatform::detail {
 /// as UTF-8.
 std::string FoldAnsiName(std::string const& ansi);
 
+/// The names of one directory by their folded form, kept flat (two blocks of
+/// text and one table) so that a directory of many thousands of names is
+/// indexed without an allocation per name.
 class FoldedNames {
 public:
-    /// The entry spelling `ansiName` without regard to case, as stored on the
-    /// host (the first in byte order when several do); null when none does.
-    std::string const* Find(std::string const& ansiName) const;
-    bool Contains(std::string const& ansiName) const { return Find(ansiName) != nullptr; }
+    /// Whether an entry spells `ansiName` without regard to case; `stored`
+    /// receives it as stored on the host (the first in byte order when
+    /// several do).
+    bool Find(std::string const& ansiName, std::string* stored) const;
+    bool Contains(std::string const& ansiName) const { return Find(ansiName, nullptr); }
 
-    /// Adds a host (UTF-8) entry name.
-    void Add(std::string const& hostName);
+    /// Adds a host (UTF-8) entry name; Index makes the names found.
+    void Add(std::string_view hostName);
+    void Index();
 
 private:
-    // Folded key to the name as stored; empty when that is the key itself.
-    std::unordered_map<std::string, std::string> names_;
+    static constexpr uint32_t kSameAsKey = UINT32_MAX;
+    struct Entry {
+        uint32_t key, keyLength;
+        uint32_t stored, storedLength;  // kSameAsKey: the name is its key
+    };
+    std::string_view Key(Entry const& e) const;
+    std::string_view Stored(Entry const& e) const;
+
+    std::string keys_;    // folded names, back to back
+    std::string stored_;  // names whose stored spelling is not their key
+    std::vector<Entry> entries_;
+    std::vector<uint32_t> slots_;  // entry number + 1; 0 is free
 };
 
 /// The folded names of the existing entries of a host directory (dangling

@@ -222,10 +222,7 @@ namespace {
 // so a miss costs no scan of a directory that has not changed.
 bool FindEntryNoCase(std::string const& directory, std::string const& ansiName, std::string& found) {
     std::shared_ptr<FoldedNames const> names = ListFoldedNames(directory);
-    std::string const* name = names ? names->Find(ansiName) : nullptr;
-    if (name != nullptr)
-        found = *name;
-    return name != nullptr;
+    return names != nullptr && names->Find(ansiName, &found);
 }
 
 std::string ChildPath(std::string const& parent, std::string const& name) {
