@@ -81,6 +81,7 @@ TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     EXPECT_EQ(file.Detach(), block);
     EXPECT_EQ(file.GetLength() + file.GetPosition(), 0u);
     EXPECT_EQ(file.Buffer(), nullptr);
+    file.Attach(block, sizeof block);  // the caller's block: never freed by the file
 }
 
 TEST(CMemFile, GrowsInWholeSteps) {

@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <new>
 
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/afxexcept.h"
 
 TEST(Bstr, NarrowBytesTravelUnconvertedAndCountedTextWidens) {
     COleVariant v("h\xE9llo", VT_BSTRT);
@@ -30,6 +32,10 @@ TEST(Bstr, NarrowBytesTravelUnconvertedAndCountedTextWidens) {
 }
 
 TEST(OleVariant, ScalarConstructorsSetTypeAndValue) {
+    // A new variant is empty whatever the memory held before.
+    alignas(COleVariant) unsigned char raw[sizeof(COleVariant)];
+    std::memset(raw, 0xA5, sizeof raw);
+    EXPECT_EQ(VT_EMPTY, (new (raw) COleVariant)->vt);
     const VARTYPE types[] = {COleVariant(int32_t{-3}).vt, COleVariant(short{2}).vt, COleVariant(BYTE{2}).vt,
                              COleVariant(1.5f).vt, COleVariant(1.5).vt};
     const VARTYPE want[] = {VT_I4, VT_I2, VT_UI1, VT_R4, VT_R8};
@@ -53,15 +59,17 @@ TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
     EXPECT_EQ(0, bound);
     EXPECT_EQ(VT_UI1, vt);
     EXPECT_EQ(E_INVALIDARG, SafeArrayGetVartype(psa, nullptr));
+    COleVariant v;
+    v.vt = VT_ARRAY | VT_UI1;
+    v.parray = psa;
     void* data = nullptr;
     ASSERT_EQ(S_OK, SafeArrayAccessData(psa, &data));
     std::memcpy(data, "wxyz", 4);
     EXPECT_EQ(DISP_E_ARRAYISLOCKED, SafeArrayDestroy(psa));
+    EXPECT_THROW(v = COleVariant(1.5), COleException);  // nor can a variant drop it
+    EXPECT_EQ(psa, v.parray);
     EXPECT_EQ(S_OK, SafeArrayUnaccessData(psa));
     EXPECT_EQ(E_UNEXPECTED, SafeArrayUnaccessData(psa));
-    COleVariant v;
-    v.vt = VT_ARRAY | VT_UI1;
-    v.parray = psa;
     COleVariant copy(v);
     EXPECT_NE(psa, copy.parray);
     EXPECT_EQ(0, std::memcmp(copy.parray->pvData, "wxyz", 4));
@@ -78,6 +86,7 @@ TEST(DBVariant, OwnsAndCopiesItsValues) {
     EXPECT_STREQ("abc", *copy.m_pstring);
     v.Clear();
     EXPECT_EQ(DBVT_NULL, v.m_dwType);
+    EXPECT_EQ(0.0, v.m_dblVal);  // no dangling pointer left behind
     CDBVariant wide, date;
     wide.m_dwType = DBVT_WSTRING;
     wide.m_pstringW = new CStringW(L"w");
