@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <new>
 
 #include "gvlib/platform/afxdb.h"
@@ -36,11 +37,38 @@ TEST(OleVariant, ScalarConstructorsSetTypeAndValue) {
     alignas(COleVariant) unsigned char raw[sizeof(COleVariant)];
     std::memset(raw, 0xA5, sizeof raw);
     EXPECT_EQ(VT_EMPTY, (new (raw) COleVariant)->vt);
-    const VARTYPE types[] = {COleVariant(int32_t{-3}).vt, COleVariant(short{2}).vt, COleVariant(BYTE{2}).vt,
-                             COleVariant(1.5f).vt, COleVariant(1.5).vt};
-    const VARTYPE want[] = {VT_I4, VT_I2, VT_UI1, VT_R4, VT_R8};
-    for (size_t i = 0; i < 5; ++i)
-        EXPECT_EQ(want[i], types[i]) << i;
+    // Each row narrower than the one before, so a stale wider value would show.
+    COleVariant v("text");
+    const struct {
+        COleVariant made;
+        std::function<void()> assign;
+        VARTYPE vt;
+        ULONGLONG bits;
+    } rows[] = {
+        {COleVariant(1.5), [&] { v = 1.5; }, VT_R8, 0x3FF8000000000000ull},
+        {COleVariant(LONGLONG{-2}), [&] { v = LONGLONG{-2}; }, VT_I8, ~1ull},
+        {COleVariant(int32_t{-2}), [&] { v = LONG{-2}; }, VT_I4, 0xFFFFFFFEull},
+        {COleVariant(1.5f), [&] { v = 1.5f; }, VT_R4, 0x3FC00000ull},
+        {COleVariant(short{-2}), [&] { v = short{-2}; }, VT_I2, 0xFFFEull},
+        {COleVariant(BYTE{0x7F}), [&] { v = BYTE{0x7F}; }, VT_UI1, 0x7Full},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.vt);
+        row.assign();
+        EXPECT_EQ(row.vt, row.made.vt);
+        EXPECT_EQ(row.bits, row.made.ullVal);
+        EXPECT_EQ(row.vt, v.vt);
+        EXPECT_EQ(row.bits, v.ullVal);
+        EXPECT_TRUE(COleVariant(static_cast<LPCVARIANT>(&v)) == v);
+        EXPECT_FALSE(v == COleVariant());
+    }
+    v = ULONGLONG{5};
+    VARIANT handed = v.Detach();  // hands the value over and leaves the variant empty
+    EXPECT_EQ(VT_EMPTY, v.vt);
+    v.Attach(handed);
+    EXPECT_EQ(VT_EMPTY, handed.vt);
+    EXPECT_EQ(VT_UI8, v.vt);
+    EXPECT_EQ(5u, v.ullVal);
     EXPECT_EQ(VARIANT_TRUE, COleVariant(int32_t{5}, VT_BOOL).boolVal);
     // Any other code keeps the 32 bits as given in the low half of the data.
     COleVariant date(int32_t{0x12345678}, VT_DATE);
@@ -87,7 +115,10 @@ TEST(DBVariant, OwnsAndCopiesItsValues) {
     v.Clear();
     EXPECT_EQ(DBVT_NULL, v.m_dwType);
     EXPECT_EQ(0.0, v.m_dblVal);  // no dangling pointer left behind
-    CDBVariant wide, date;
+    CDBVariant number, wide, date;
+    number.m_dwType = DBVT_DOUBLE;
+    number.m_dblVal = 2.5;
+    EXPECT_EQ(2.5, CDBVariant(number).m_dblVal);
     wide.m_dwType = DBVT_WSTRING;
     wide.m_pstringW = new CStringW(L"w");
     date.m_dwType = DBVT_DATE;
