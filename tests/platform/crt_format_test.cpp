@@ -60,6 +60,8 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     EXPECT_STREQ("abc|ab|   ab|z|%|w\xE9", s);
     s.Format("%lld|%llu|%hhd|%Id|%I32d|%.*f|%*d|%*d|", 0x100000001LL, -1LL, 300, 5, -6, 2, 1.0, 3, 5, -3, 4);
     EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5|4  |", s);
+    s.Format("%10d|%3s|%2s|", 7, "abc", "abc");  // a zero in the width; a field exactly filled or overrun
+    EXPECT_STREQ("         7|abc|abc|", s);
     s.Format("%s", static_cast<const char*>(nullptr));
     EXPECT_STREQ("(null)", s);
 }

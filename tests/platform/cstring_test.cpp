@@ -152,4 +152,5 @@ TEST(CStringT, FormatLoadAndWideText) {
     EXPECT_STREQ("caf\xE9 \x80", CString(L"caf\u00e9 \u20ac"));  // to the ANSI code page
     EXPECT_STREQ("ab", CString(L"abc", 2));
     EXPECT_STREQ("xxx", CString('x', 3));
+    EXPECT_STREQ("ab-cd", "a" + CString("b") + CString("-") + "c" + CString("d"));
 }
