@@ -51,6 +51,8 @@ TEST(FullPathName, TooSmallBufferAnswersTheSizeNeeded) {
     char* part = nullptr;
     EXPECT_EQ(10u, GetFullPathNameA("C:\\d\\f.txt", MAX_PATH, big, &part));
     EXPECT_STREQ("f.txt", part);
+    EXPECT_EQ(5u, GetFullPathNameA("C:\\d\\", MAX_PATH, big, &part));
+    EXPECT_EQ(nullptr, part);  // no file part after a final delimiter
 }
 
 TEST(FullPathName, RelativeFormsUseTheCurrentDirectories) {

@@ -31,12 +31,10 @@ TEST(OleCurrency, UserDefaultLocaleIsTheHostsSetting) {
     EXPECT_STREQ("12,5", cur.Format(0, LANG_USER_DEFAULT));
     gvplatform::SetUserDefaultLCID(1033);
     EXPECT_STREQ("12.5", cur.Format(0, 0x400));
-}
-
-TEST(OleCurrency, NullOrInvalidGivesEmptyText) {
-    COleCurrency cur(1, 0);
-    cur.SetStatus(COleCurrency::null);
-    EXPECT_STREQ("", cur.Format());
-    cur.SetStatus(COleCurrency::invalid);
-    EXPECT_STREQ("", cur.Format());
+    // Null or invalid gives empty text.
+    for (auto status : {COleCurrency::null, COleCurrency::invalid}) {
+        COleCurrency other(cur);
+        other.SetStatus(status);
+        EXPECT_STREQ("", other.Format());
+    }
 }

@@ -2,57 +2,78 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
+#include <new>
 
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
+#include "gvlib/platform/afxexcept.h"
 
-TEST(Bstr, NarrowBytesTravelUnconverted) {
+TEST(Bstr, NarrowBytesTravelUnconvertedAndCountedTextWidens) {
     COleVariant v("h\xE9llo", VT_BSTRT);
     ASSERT_EQ(VT_BSTR, v.vt);
-    EXPECT_EQ(5u, SysStringByteLen(v.bstrVal));
-    EXPECT_STREQ("h\xE9llo", reinterpret_cast<const char*>(v.bstrVal));
     COleVariant copy;
     copy = v;  // a copy keeps the bytes as they are
     EXPECT_EQ(5u, SysStringByteLen(copy.bstrVal));
-    EXPECT_EQ(0, std::memcmp(copy.bstrVal, "h\xE9llo", 5));
+    EXPECT_EQ(0, std::memcmp(copy.bstrVal, "h\xE9llo", 6));
     EXPECT_TRUE(copy == v);
     EXPECT_FALSE(COleVariant(int32_t{1}) == COleVariant(int32_t{2}));
-}
-
-TEST(Bstr, CountedStringsTakeTheSixteenBitWideForm) {
     BSTR plain = SysAllocString(u"abc");
     EXPECT_EQ(3u, SysStringLen(plain));
     SysFreeString(plain);
-    COleVariant v;
-    v = CString("A\x80");
-    ASSERT_EQ(VT_BSTR, v.vt);
-    ASSERT_EQ(2u, SysStringLen(v.bstrVal));
-    EXPECT_EQ(u'A', v.bstrVal[0]);
-    EXPECT_EQ(u'\u20AC', v.bstrVal[1]);
-    EXPECT_EQ(0, v.bstrVal[2]);
-    COleVariant w("A\x80");
-    EXPECT_TRUE(w == v);
+    COleVariant w;
+    w = CString("A\x80");
+    ASSERT_EQ(VT_BSTR, w.vt);
+    ASSERT_EQ(2u, SysStringLen(w.bstrVal));
+    EXPECT_EQ(0, std::memcmp(w.bstrVal, u"A\u20AC", 6));
+    EXPECT_TRUE(COleVariant("A\x80") == w);
+    EXPECT_EQ(S_OK, VariantClear(&w));
+    EXPECT_EQ(VT_EMPTY, w.vt);
+    EXPECT_EQ(S_OK, VariantClear(&w));
 }
 
 TEST(OleVariant, ScalarConstructorsSetTypeAndValue) {
-    EXPECT_EQ(VT_I4, COleVariant(int32_t{-3}).vt);
-    EXPECT_EQ(VT_I2, COleVariant(short{2}).vt);
-    EXPECT_EQ(VT_UI1, COleVariant(BYTE{2}).vt);
-    EXPECT_EQ(VT_R4, COleVariant(1.5f).vt);
-    EXPECT_EQ(VT_R8, COleVariant(1.5).vt);
-    COleVariant flag(int32_t{5}, VT_BOOL);
-    EXPECT_EQ(VARIANT_TRUE, flag.boolVal);
+    // A new variant is empty whatever the memory held before.
+    alignas(COleVariant) unsigned char raw[sizeof(COleVariant)];
+    std::memset(raw, 0xA5, sizeof raw);
+    EXPECT_EQ(VT_EMPTY, (new (raw) COleVariant)->vt);
+    // Each row narrower than the one before, so a stale wider value would show.
+    COleVariant v("text");
+    const struct {
+        COleVariant made;
+        std::function<void()> assign;
+        VARTYPE vt;
+        ULONGLONG bits;
+    } rows[] = {
+        {COleVariant(1.5), [&] { v = 1.5; }, VT_R8, 0x3FF8000000000000ull},
+        {COleVariant(LONGLONG{-2}), [&] { v = LONGLONG{-2}; }, VT_I8, ~1ull},
+        {COleVariant(int32_t{-2}), [&] { v = LONG{-2}; }, VT_I4, 0xFFFFFFFEull},
+        {COleVariant(1.5f), [&] { v = 1.5f; }, VT_R4, 0x3FC00000ull},
+        {COleVariant(short{-2}), [&] { v = short{-2}; }, VT_I2, 0xFFFEull},
+        {COleVariant(BYTE{0x7F}), [&] { v = BYTE{0x7F}; }, VT_UI1, 0x7Full},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.vt);
+        row.assign();
+        EXPECT_EQ(row.vt, row.made.vt);
+        EXPECT_EQ(row.bits, row.made.ullVal);
+        EXPECT_EQ(row.vt, v.vt);
+        EXPECT_EQ(row.bits, v.ullVal);
+        EXPECT_TRUE(COleVariant(static_cast<LPCVARIANT>(&v)) == v);
+        EXPECT_FALSE(v == COleVariant());
+    }
+    v = ULONGLONG{5};
+    VARIANT handed = v.Detach();  // hands the value over and leaves the variant empty
+    EXPECT_EQ(VT_EMPTY, v.vt);
+    v.Attach(handed);
+    EXPECT_EQ(VT_EMPTY, handed.vt);
+    EXPECT_EQ(VT_UI8, v.vt);
+    EXPECT_EQ(5u, v.ullVal);
+    EXPECT_EQ(VARIANT_TRUE, COleVariant(int32_t{5}, VT_BOOL).boolVal);
     // Any other code keeps the 32 bits as given in the low half of the data.
     COleVariant date(int32_t{0x12345678}, VT_DATE);
     EXPECT_EQ(VT_DATE, date.vt);
     EXPECT_EQ(0x12345678LL, date.llVal);
-}
-
-TEST(OleVariant, ClearReleasesAndEmpties) {
-    COleVariant v("text");
-    EXPECT_EQ(S_OK, VariantClear(&v));
-    EXPECT_EQ(VT_EMPTY, v.vt);
-    EXPECT_EQ(S_OK, VariantClear(&v));
 }
 
 TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
@@ -62,19 +83,21 @@ TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
     LONG bound = -7;
     VARTYPE vt = VT_EMPTY;
     EXPECT_EQ(S_OK, SafeArrayGetLBound(psa, 1, &bound));
-    EXPECT_EQ(0, bound);
     EXPECT_EQ(S_OK, SafeArrayGetVartype(psa, &vt));
+    EXPECT_EQ(0, bound);
     EXPECT_EQ(VT_UI1, vt);
     EXPECT_EQ(E_INVALIDARG, SafeArrayGetVartype(psa, nullptr));
+    COleVariant v;
+    v.vt = VT_ARRAY | VT_UI1;
+    v.parray = psa;
     void* data = nullptr;
     ASSERT_EQ(S_OK, SafeArrayAccessData(psa, &data));
     std::memcpy(data, "wxyz", 4);
     EXPECT_EQ(DISP_E_ARRAYISLOCKED, SafeArrayDestroy(psa));
+    EXPECT_THROW(v = COleVariant(1.5), COleException);  // nor can a variant drop it
+    EXPECT_EQ(psa, v.parray);
     EXPECT_EQ(S_OK, SafeArrayUnaccessData(psa));
     EXPECT_EQ(E_UNEXPECTED, SafeArrayUnaccessData(psa));
-    COleVariant v;
-    v.vt = VT_ARRAY | VT_UI1;
-    v.parray = psa;
     COleVariant copy(v);
     EXPECT_NE(psa, copy.parray);
     EXPECT_EQ(0, std::memcmp(copy.parray->pvData, "wxyz", 4));
@@ -91,10 +114,13 @@ TEST(DBVariant, OwnsAndCopiesItsValues) {
     EXPECT_STREQ("abc", *copy.m_pstring);
     v.Clear();
     EXPECT_EQ(DBVT_NULL, v.m_dwType);
-    CDBVariant wide;
+    EXPECT_EQ(0.0, v.m_dblVal);  // no dangling pointer left behind
+    CDBVariant number, wide, date;
+    number.m_dwType = DBVT_DOUBLE;
+    number.m_dblVal = 2.5;
+    EXPECT_EQ(2.5, CDBVariant(number).m_dblVal);
     wide.m_dwType = DBVT_WSTRING;
     wide.m_pstringW = new CStringW(L"w");
-    CDBVariant date;
     date.m_dwType = DBVT_DATE;
     date.m_pdate = new TIMESTAMP_STRUCT{2004, 3, 7, 14, 5, 9, 0};
     date = wide;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 #include "gvlib/platform/oledate.h"
 
@@ -25,14 +26,9 @@ TEST(VariantTime, SplitsDayAndPositiveTimeOfDay) {
         SCOPED_TRACE(row.date);
         SYSTEMTIME st{};
         ASSERT_TRUE(VariantTimeToSystemTime(row.date, &st));
-        EXPECT_EQ(row.year, st.wYear);
-        EXPECT_EQ(row.month, st.wMonth);
-        EXPECT_EQ(row.day, st.wDay);
-        EXPECT_EQ(row.hour, st.wHour);
-        EXPECT_EQ(row.minute, st.wMinute);
-        EXPECT_EQ(row.second, st.wSecond);
-        EXPECT_EQ(row.weekday, st.wDayOfWeek);
-        EXPECT_EQ(0, st.wMilliseconds);
+        const std::vector<int> got = {st.wYear, st.wMonth,  st.wDay,       st.wHour,
+                                      st.wMinute, st.wSecond, st.wDayOfWeek, st.wMilliseconds};
+        EXPECT_EQ(got, (std::vector<int>{row.year, row.month, row.day, row.hour, row.minute, row.second, row.weekday, 0}));
     }
 }
 
