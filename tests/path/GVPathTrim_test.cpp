@@ -144,6 +144,7 @@ TEST(CGVPathTrim, PrivateReplacements) {
         {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, nullptr, '\0', 1, 2); }, 4, "ab"},
         {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 0, 0); }, 0, "abcdef"},
         {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 1, 6); }, 0, "abcdef"},
+        {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 1, 5); }, 1, "abcde-"},
         {"a#b?c", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "abc", '-', 1, 2); }, 1, "a#b-c"},
         {"\xE4x\xE4", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "x", '\0', 1, 0); }, 2, "x"},
         {"", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "x", '-', 0, 0); }, 0, ""},
