@@ -43,9 +43,8 @@ TEST(CGVArray, NewArrays) {
     EXPECT_EQ(std::vector<char>(64, 0), std::vector<char>(static_cast<char*>(ints.mItemPtr(0)),
                                                           static_cast<char*>(ints.mItemPtr(0)) + 64));
     CGVArray plain;
-    EXPECT_EQ(0, plain.mGetElementSize());
-    EXPECT_EQ(16, plain.mGetGrowStep());
-    EXPECT_EQ(16, plain.mGetAllocatedSlots());
+    EXPECT_EQ((std::vector<int32_t>{0, 16, 16}),
+              (std::vector<int32_t>{plain.mGetElementSize(), plain.mGetGrowStep(), plain.mGetAllocatedSlots()}));
     EXPECT_EQ(nullptr, plain.mItemPtr(0));
 }
 
@@ -57,8 +56,7 @@ TEST(CGVArray, GrowsAndShrinksByWholeSteps) {
     AddAll(a, {17});
     EXPECT_EQ(32, a.mGetAllocatedSlots());
     struct Row {
-        int32_t items;
-        int32_t slotsAfterDelete;
+        int32_t items, slotsAfterDelete;
     } rows[] = {{16, 16}, {17, 32}, {33, 48}, {34, 48}};
     for (auto const& row : rows) {
         SCOPED_TRACE(row.items);
@@ -167,10 +165,7 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
 TEST(CGVArray, ComparesBySizeOfOneStep) {
     CGVArray a(4, 16), b(4, 16), c(8, 16);
     AddAll(a, {1, 2, 3});
-    EXPECT_EQ(0, a < b);
-    EXPECT_EQ(0, a > b);
-    EXPECT_EQ(1, a < c);
-    EXPECT_EQ(1, c > b);
+    EXPECT_EQ((std::vector<int>{0, 0, 1, 1}), (std::vector<int>{a < b, a > b, a < c, c > b}));
     EXPECT_EQ(0, a.mCompare(&c));
     EXPECT_THROW(a = static_cast<CGVObject const&>(c), char const*);
 }

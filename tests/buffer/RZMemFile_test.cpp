@@ -7,14 +7,9 @@
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/buffer/RZMemFile.h"
 #include "gvlib/platform/afxexcept.h"
+#include "support/buffer_content.h"
 
-namespace {
-
-std::string Content(CGVBuffer const& b) {
-    return b.mGetLength() > 0 ? std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())) : std::string();
-}
-
-}  // namespace
+using gvtest::Content;
 
 TEST(CRZMemFile, ReadsAndWritesTheBufferInPlace) {
     CGVBuffer b;

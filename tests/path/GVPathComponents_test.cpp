@@ -20,12 +20,7 @@ std::string After(const char* text, Edit edit) {
 
 // The shared table of awkward paths with every getter's answer.
 struct Row {
-    const char* text;
-    const char* name;
-    const char* extension;
-    const char* directory;
-    const char* parent;
-    const char* volume;
+    const char *text, *name, *extension, *directory, *parent, *volume;
     const char* trimmedPath;  // after TrimRightPath
 };
 
@@ -79,43 +74,54 @@ TEST(CGVPathComponents, GettersOverTheAwkwardTable) {
     }
 }
 
-TEST(CGVPathComponents, ExtensionsAreAddedSetAndCut) {
-    EXPECT_EQ("a.", After("a", [](CGVPath& p) { p.AppendExtension(""); }));
-    EXPECT_EQ("a.", After("a", [](CGVPath& p) { p.AppendExtension(nullptr); }));
-    EXPECT_EQ("a..txt", After("a", [](CGVPath& p) { p.AppendExtension(".txt"); }));
-    EXPECT_EQ("a.b.txt", After("a.b.c", [](CGVPath& p) { p.SetExtension("txt"); }));
-    EXPECT_EQ("a.b.c", After("a.b.c", [](CGVPath& p) { p.SetExtension(""); }));
-    EXPECT_EQ("a.b.c", After("a.b.c", [](CGVPath& p) { p.SetExtension(static_cast<char const*>(nullptr)); }));
-    EXPECT_EQ("dir.x\\name.txt", After("dir.x\\name", [](CGVPath& p) { p.SetExtension("txt"); }));
-    EXPECT_EQ("name", After("name.", [](CGVPath& p) { p.TrimExtension(); }));
-    EXPECT_EQ("archive.tar", After("archive.tar.gz", [](CGVPath& p) { p.TrimExtension(); }));
-    EXPECT_EQ("", After(".profile", [](CGVPath& p) { p.TrimExtension(); }));
-    EXPECT_EQ("file", Text(CGVPath("C:\\dir\\file.txt").GetNameOnly()));
+// Extensions, delimiters and wildcards added, set and cut; paths joined.
+TEST(CGVPathComponents, EditsAndJoints) {
+    struct Row {
+        const char* path;
+        void (*edit)(CGVPath&);
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"a", [](CGVPath& p) { p.AppendExtension(""); }, "a."},
+        {"a", [](CGVPath& p) { p.AppendExtension(nullptr); }, "a."},
+        {"a", [](CGVPath& p) { p.AppendExtension(".txt"); }, "a..txt"},
+        {"a.b.c", [](CGVPath& p) { p.SetExtension("txt"); }, "a.b.txt"},
+        {"a.b.c", [](CGVPath& p) { p.SetExtension(""); }, "a.b.c"},
+        {"a.b.c", [](CGVPath& p) { p.SetExtension(static_cast<char const*>(nullptr)); }, "a.b.c"},
+        {"dir.x\\name", [](CGVPath& p) { p.SetExtension("txt"); }, "dir.x\\name.txt"},
+        {"name.", [](CGVPath& p) { p.TrimExtension(); }, "name"},
+        {"archive.tar.gz", [](CGVPath& p) { p.TrimExtension(); }, "archive.tar"},
+        {".profile", [](CGVPath& p) { p.TrimExtension(); }, ""},
+        {"C:", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }, "C:\\"},
+        {"C:\\\\/", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }, "C:/"},
+        {"", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }, ""},
+        {"C:\\dir", [](CGVPath& p) { p.AppendWildcard(); }, "C:\\dir\\*.*"},
+        {"C:\\dir\\", [](CGVPath& p) { p.AppendWildcard(); }, "C:\\dir\\*.*"},
+        {"a/", [](CGVPath& p) { p.AppendWildcard(); }, "a/*.*"},
+        // A tail taken from the path itself is read before the path is cut.
+        {"a\\", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }, "a\\a\\"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.path);
+        EXPECT_EQ(row.expected, After(row.path, row.edit));
+    }
 }
 
 TEST(CGVPathComponents, AppendPathChoosesAndTrimsTheJoint) {
     struct Join {
-        const char* path;
-        const char* tail;
+        const char *path, *tail;
         char delimiter;
         int whitespace;
         const char* expected;
     };
     const Join rows[] = {
-        {"", "x", '\0', 0, ""},
-        {"C:\\dir\\", "\\sub", '\0', 0, "C:\\dir\\sub"},
-        {"a/b", "c", '\0', 0, "a/b/c"},
-        {"C:\\dir", "sub", '/', 0, "C:\\dir/sub"},
-        {"C:\\dir", "", '\0', 0, "C:\\dir\\"},
-        {"C:\\dir", nullptr, '\0', 0, "C:\\dir\\"},
-        {"a/b\\c", "d", '\0', 0, "a/b\\c\\d"},
-        {"a\\b/c", "d", '\0', 0, "a\\b/c/d"},
-        {"C:\\dir \\ ", " sub", '\0', 1, "C:\\dir\\sub"},
-        {"C:\\dir \\ ", " sub", '\0', 0, "C:\\dir \\ \\ sub"},
-        {"x//", "//y//", '/', 0, "x/y//"},
-        {"x\\/", "/y", '/', 0, "x\\/y"},
-        {"x \\", "\\ y", '\\', 1, "x\\y"},
-        {"\xE4", "\xFF", '\0', 0, "\xE4\\\xFF"},
+        {"", "x", '\0', 0, ""},                           {"C:\\dir\\", "\\sub", '\0', 0, "C:\\dir\\sub"},
+        {"a/b", "c", '\0', 0, "a/b/c"},                   {"C:\\dir", "sub", '/', 0, "C:\\dir/sub"},
+        {"C:\\dir", "", '\0', 0, "C:\\dir\\"},            {"C:\\dir", nullptr, '\0', 0, "C:\\dir\\"},
+        {"a/b\\c", "d", '\0', 0, "a/b\\c\\d"},            {"a\\b/c", "d", '\0', 0, "a\\b/c/d"},
+        {"C:\\dir \\ ", " sub", '\0', 1, "C:\\dir\\sub"}, {"C:\\dir \\ ", " sub", '\0', 0, "C:\\dir \\ \\ sub"},
+        {"x//", "//y//", '/', 0, "x/y//"},                {"x\\/", "/y", '/', 0, "x\\/y"},
+        {"x \\", "\\ y", '\\', 1, "x\\y"},                {"\xE4", "\xFF", '\0', 0, "\xE4\\\xFF"},
         {"\\", "\\", '\0', 0, "\\"},
     };
     for (const Join& row : rows) {
@@ -123,14 +129,6 @@ TEST(CGVPathComponents, AppendPathChoosesAndTrimsTheJoint) {
         EXPECT_EQ(row.expected,
                   After(row.path, [&](CGVPath& p) { p.AppendPath(row.tail, row.delimiter, row.whitespace); }));
     }
-    // A tail taken from the path itself is read before the path is cut.
-    EXPECT_EQ("a\\a\\", After("a\\", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }));
-    EXPECT_EQ("C:\\", After("C:", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
-    EXPECT_EQ("C:/", After("C:\\\\/", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
-    EXPECT_EQ("", After("", [](CGVPath& p) { p.AppendDelimiter(CGVPath::FILE_PATH_DELIMITER); }));
-    EXPECT_EQ("C:\\dir\\*.*", After("C:\\dir", [](CGVPath& p) { p.AppendWildcard(); }));
-    EXPECT_EQ("C:\\dir\\*.*", After("C:\\dir\\", [](CGVPath& p) { p.AppendWildcard(); }));
-    EXPECT_EQ("a/*.*", After("a/", [](CGVPath& p) { p.AppendWildcard(); }));
 }
 
 TEST(CGVPathComponents, StringTableFormsLoadByIdAndTreatAMissingTextAsEmpty) {
@@ -146,19 +144,12 @@ TEST(CGVPathComponents, StringTableFormsLoadByIdAndTreatAMissingTextAsEmpty) {
 
 TEST(CGVPathComponents, SetVolumeReplacesOnlyAnExistingVolume) {
     struct Swap {
-        const char* path;
-        const char* volume;
-        const char* expected;
+        const char *path, *volume, *expected;
     };
     const Swap rows[] = {
-        {"C:\\dir\\f", "D:", "D:\\dir\\f"},
-        {"C:\\dir\\f", "", ""},
-        {"C:\\dir\\f", nullptr, ""},
-        {"dir\\f", "D:", "dir\\f"},
-        {"", "D:", ""},
-        {"\\\\srv\\share\\x", "E:", "E:\\share\\x"},
-        {"C:", "D:", "D:\\"},
-        {"c:/a/b", "\\\\srv", "\\\\srv\\a/b"},
+        {"C:\\dir\\f", "D:", "D:\\dir\\f"}, {"C:\\dir\\f", "", ""},  {"C:\\dir\\f", nullptr, ""},
+        {"dir\\f", "D:", "dir\\f"},         {"", "D:", ""},          {"\\\\srv\\share\\x", "E:", "E:\\share\\x"},
+        {"C:", "D:", "D:\\"},               {"c:/a/b", "\\\\srv", "\\\\srv\\a/b"},
     };
     for (const Swap& row : rows) {
         SCOPED_TRACE(std::string(row.path) + " <- " + (row.volume ? row.volume : "(null)"));

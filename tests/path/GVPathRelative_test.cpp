@@ -11,8 +11,7 @@ namespace {
 std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 struct Row {
-    const char* target;
-    const char* base;
+    const char *target, *base;
     const char* files;  // GetRelativePath
     const char* url;    // GetUrlRelativePath
 };

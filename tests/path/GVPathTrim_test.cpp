@@ -2,6 +2,7 @@
 // and the private replacement members.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 #include "gvlib/path/GVPath.h"
@@ -19,8 +20,9 @@ const char* const kTexts[] = {
     "\"\"x\"\"", "\t\"q\" ", "\xE4\xA0\\\xFF", "a\\b/c",
 };
 
-std::string After(std::string text, void (*edit)(CGVPath&)) {
-    CGVPath path(text.c_str());
+template <typename Edit>
+std::string After(const char* text, Edit edit) {
+    CGVPath path(text);
     edit(path);
     return std::string(path.GetString(), static_cast<size_t>(path.GetLength()));
 }
@@ -30,36 +32,29 @@ std::string After(std::string text, void (*edit)(CGVPath&)) {
 TEST(CGVPathTrim, PositionTrimsAreMirrorImages) {
     struct Row {
         int position;
-        const char* left;
-        const char* right;
+        const char *left, *right;
     };
     const Row rows[] = {
-        {3, "def", "abc"},  {-3, "def", "abc"},     {0, "abcdef", ""},       {6, "", "abcdef"},
-        {7, "abcdef", "abcdef"}, {-7, "abcdef", "abcdef"}, {-6, "abcdef", ""}, {1, "bcdef", "a"},
-        {INT32_MIN, "abcdef", "abcdef"}, {INT32_MAX, "abcdef", "abcdef"},
+        {3, "def", "abc"}, {-3, "def", "abc"}, {0, "abcdef", ""}, {6, "", "abcdef"}, {7, "abcdef", "abcdef"},
+        {-7, "abcdef", "abcdef"}, {-6, "abcdef", ""}, {1, "bcdef", "a"}, {INT32_MIN, "abcdef", "abcdef"},
+        {INT32_MAX, "abcdef", "abcdef"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.position);
-        CGVPath left("abcdef"), right("abcdef");
-        left.TrimLeft(row.position);
-        right.TrimRight(row.position);
-        EXPECT_STREQ(row.left, left);
-        EXPECT_STREQ(row.right, right);
+        EXPECT_EQ(row.left, After("abcdef", [&](CGVPath& p) { p.TrimLeft(row.position); }));
+        EXPECT_EQ(row.right, After("abcdef", [&](CGVPath& p) { p.TrimRight(row.position); }));
     }
     // For every split point inside the text the two halves make the whole again.
     for (const char* text : kTexts) {
-        CGVPath whole(text);
-        for (int q = 1; q < whole.GetLength(); ++q) {
+        for (int q = 1; q < static_cast<int>(strlen(text)); ++q) {
             SCOPED_TRACE(std::string(text) + " at " + std::to_string(q));
-            CGVPath left(whole), right(whole);
-            left.TrimLeft(q);
-            right.TrimRight(q);
-            EXPECT_STREQ(text, CGVString(right) + left);
+            EXPECT_EQ(text, After(text, [&](CGVPath& p) { p.TrimRight(q); }) +
+                                After(text, [&](CGVPath& p) { p.TrimLeft(q); }));
         }
     }
 }
 
-TEST(CGVPathTrim, DelimiterAndCharacterTrims) {
+TEST(CGVPathTrim, DelimiterCharacterAndCaseEdits) {
     struct Row {
         const char* text;
         void (*edit)(CGVPath&);
@@ -83,6 +78,11 @@ TEST(CGVPathTrim, DelimiterAndCharacterTrims) {
         {"\xE4\xE4z", [](CGVPath& p) { p.TrimLeftCharacters("\xE4", 0); }, "z"},
         {"ab", [](CGVPath& p) { p.TrimLeftCharacters(nullptr, 0); }, "ab"},
         {" \ta\n ", [](CGVPath& p) { p.Trim(); }, "a"},
+        // Capitalising shifts the first byte by 32 whatever it is.
+        {"abc", [](CGVPath& p) { p.Capitalize(); }, "Abc"},
+        {"Abc", [](CGVPath& p) { p.Capitalize(); }, "!bc"},
+        {"", [](CGVPath& p) { p.Capitalize(); }, ""},
+        {"\xFF", [](CGVPath& p) { p.Capitalize(); }, "\xDF"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
@@ -91,28 +91,16 @@ TEST(CGVPathTrim, DelimiterAndCharacterTrims) {
 }
 
 TEST(CGVPathTrim, QuotesComeOffInRunsAndGoOnInOnePair) {
-    struct Row {
-        const char* text;
-        const char* trimmed;
-        const char* added;
+    const char* const rows[][3] = {  // text, quotes trimmed, quotes added
+        {"\"\"x\"\"", "x", "\"x\""}, {"x", "x", "\"x\""}, {"\"", "", "\"\""}, {"", "", "\"\""},
+        {"\"x", "x", "\"x\""}, {"a\"b", "a\"b", "\"a\"b\""}, {"\"\"\"\"", "", "\"\""},
+        {" \"x\" ", " \"x\" ", "\" \"x\" \""},
     };
-    const Row rows[] = {
-        {"\"\"x\"\"", "x", "\"x\""}, {"x", "x", "\"x\""},     {"\"", "", "\"\""},
-        {"", "", "\"\""},           {"\"x", "x", "\"x\""},   {"a\"b", "a\"b", "\"a\"b\""},
-        {"\"\"\"\"", "", "\"\""},   {" \"x\" ", " \"x\" ", "\" \"x\" \""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(row.trimmed, After(row.text, [](CGVPath& p) { p.TrimQuotes(0); }));
-        EXPECT_EQ(row.added, After(row.text, [](CGVPath& p) { p.AddQuotes(); }));
+    for (auto& row : rows) {
+        SCOPED_TRACE(row[0]);
+        EXPECT_EQ(row[1], After(row[0], [](CGVPath& p) { p.TrimQuotes(0); }));
+        EXPECT_EQ(row[2], After(row[0], [](CGVPath& p) { p.AddQuotes(); }));
     }
-}
-
-TEST(CGVPathTrim, CapitalizeShiftsTheFirstByteWhateverItIs) {
-    EXPECT_EQ("Abc", After("abc", [](CGVPath& p) { p.Capitalize(); }));
-    EXPECT_EQ("!bc", After("Abc", [](CGVPath& p) { p.Capitalize(); }));
-    EXPECT_EQ("", After("", [](CGVPath& p) { p.Capitalize(); }));
-    EXPECT_EQ("\xDF", After("\xFF", [](CGVPath& p) { p.Capitalize(); }));
 }
 
 TEST(CGVPathTrim, EveryTrimLeavesAPrefixSuffixOrSubsequence) {
@@ -129,82 +117,56 @@ TEST(CGVPathTrim, EveryTrimLeavesAPrefixSuffixOrSubsequence) {
         EXPECT_TRUE(right.empty() || (right.back() != '\\' && right.back() != '/'));
         // Quoting twice gives what quoting once does.
         std::string once = After(text, [](CGVPath& p) { p.AddQuotes(); });
-        EXPECT_EQ(once, After(once, [](CGVPath& p) { p.AddQuotes(); }));
+        EXPECT_EQ(once, After(once.c_str(), [](CGVPath& p) { p.AddQuotes(); }));
     }
 }
 
-TEST(CGVPathTrim, PrivateReplaceAndWhitespace) {
-    CGVPath dots("a.b.c.d");
-    EXPECT_EQ(2, Access::PrivateReplace(dots, '.', '-', 4));
-    EXPECT_STREQ("a-b-c.d", dots);
-    CGVPath all("a.b.c.d");
-    EXPECT_EQ(3, Access::PrivateReplace(all, '.', '-', -1));
-    EXPECT_STREQ("a-b-c-d", all);
-    CGVPath first(".x");
-    EXPECT_EQ(1, Access::PrivateReplace(first, '.', '_', 1));
-    EXPECT_EQ(0, Access::PrivateReplace(first, 'x', '_', 1));  // x stands at the limit
-    CGVPath empty;
-    EXPECT_EQ(0, Access::PrivateReplace(empty, '.', '-', -1));
-    CGVPath spaced(" a\tb\xA0\r");
-    EXPECT_EQ(3, Access::PrivateReplaceWhitespace(spaced, '_'));
-    EXPECT_STREQ("_a_b\xA0_", spaced);
-    EXPECT_EQ(0, Access::PrivateReplaceWhitespace(empty, '_'));
-}
-
-TEST(CGVPathTrim, PrivateReplaceCharacters) {
+// The private replacement members: count of replacements and the text after.
+TEST(CGVPathTrim, PrivateReplacements) {
+    using A = Access;
     struct Row {
         const char* text;
-        const char* set;
-        char replacement;
-        int keepSet, start;
+        int (*replace)(CGVPath&);
         int count;
         const char* expected;
     };
     const Row rows[] = {
-        {"a\\b/c", "\\/", '\0', 0, 0, 2, "abc"},
-        {"a\\b/c", "\\/", '\0', 1, 0, 3, "\\/"},
-        {"abcdef", "", '-', 1, 2, 4, "ab----"},
-        {"abcdef", nullptr, '\0', 1, 2, 4, "ab"},
-        {"abcdef", "", '-', 0, 0, 0, "abcdef"},
-        {"abcdef", "", '-', 1, 6, 0, "abcdef"},
-        {"a#b?c", "abc", '-', 1, 2, 1, "a#b-c"},
-        {"\xE4x\xE4", "x", '\0', 1, 0, 2, "x"},
-        {"", "x", '-', 0, 0, 0, ""},
-        {"abc", "b", '-', 0, 7, 0, "abc"},   // a start outside the text changes nothing
-        {"abc", "b", '-', 0, -1, 0, "abc"},
+        {"a.b.c.d", [](CGVPath& p) { return A::PrivateReplace(p, '.', '-', 4); }, 2, "a-b-c.d"},
+        {"a.b.c.d", [](CGVPath& p) { return A::PrivateReplace(p, '.', '-', -1); }, 3, "a-b-c-d"},
+        {".x", [](CGVPath& p) { return A::PrivateReplace(p, '.', '_', 1); }, 1, "_x"},
+        {".x", [](CGVPath& p) { return A::PrivateReplace(p, 'x', '_', 1); }, 0, ".x"},  // x stands at the limit
+        {"", [](CGVPath& p) { return A::PrivateReplace(p, '.', '-', -1); }, 0, ""},
+        {" a\tb\xA0\r", [](CGVPath& p) { return A::PrivateReplaceWhitespace(p, '_'); }, 3, "_a_b\xA0_"},
+        {"", [](CGVPath& p) { return A::PrivateReplaceWhitespace(p, '_'); }, 0, ""},
+        {"a\\b/c", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "\\/", '\0', 0, 0); }, 2, "abc"},
+        {"a\\b/c", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "\\/", '\0', 1, 0); }, 3, "\\/"},
+        {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 1, 2); }, 4, "ab----"},
+        {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, nullptr, '\0', 1, 2); }, 4, "ab"},
+        {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 0, 0); }, 0, "abcdef"},
+        {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 1, 6); }, 0, "abcdef"},
+        {"abcdef", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "", '-', 1, 5); }, 1, "abcde-"},
+        {"a#b?c", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "abc", '-', 1, 2); }, 1, "a#b-c"},
+        {"\xE4x\xE4", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "x", '\0', 1, 0); }, 2, "x"},
+        {"", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "x", '-', 0, 0); }, 0, ""},
+        // A start outside the text changes nothing.
+        {"abc", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "b", '-', 0, 7); }, 0, "abc"},
+        {"abc", [](CGVPath& p) { return A::PrivateReplaceCharacters(p, "b", '-', 0, -1); }, 0, "abc"},
+        {"a1b22c333", [](CGVPath& p) { return A::PrivateReplaceGroup(p, '1', '3', '#', 0); }, 6, "a#b##c###"},
+        {"1a11", [](CGVPath& p) { return A::PrivateReplaceGroup(p, '1', '1', '#', 3); }, 2, "#a#1"},
+        {"abc", [](CGVPath& p) { return A::PrivateReplaceGroup(p, 'c', 'a', '#', 0); }, 0, "abc"},
+        // Signed bytes: 0x80..0xFF come before 0x00..0x7F, so this range is empty...
+        {"\xE4z", [](CGVPath& p) { return A::PrivateReplaceGroup(p, 'a', '\xFF', '#', 0); }, 0, "\xE4z"},
+        // ...and this one holds every high byte and the ASCII range up to 'z'.
+        {"\xE4z", [](CGVPath& p) { return A::PrivateReplaceGroup(p, '\x80', 'z', '\x7F', 0); }, 2, "\x7F\x7F"},
+        {"~\x7F", [](CGVPath& p) { return A::PrivateReplaceGroup(p, '~', '\x7F', '_', 0); }, 2, "__"},  // ends at 127
+        // Replacing a by a finds the same a again for ever; the guard lets 102
+        // replacements happen, then every later code of the range is hit once.
+        {"abbb", [](CGVPath& p) { return A::PrivateReplaceGroup(p, 'a', 'b', 'a', 0); }, 102 + 1, "aabb"},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.text) + " / " + (row.set ? row.set : "(null)"));
+        SCOPED_TRACE(testing::PrintToString(std::string(row.text)) + " row " + std::to_string(&row - rows));
         CGVPath path(row.text);
-        EXPECT_EQ(row.count, Access::PrivateReplaceCharacters(path, row.set, row.replacement, row.keepSet, row.start));
+        EXPECT_EQ(row.count, row.replace(path));
         EXPECT_STREQ(row.expected, path);
     }
-}
-
-TEST(CGVPathTrim, PrivateReplaceGroupStepsThroughTheRange) {
-    CGVPath digits("a1b22c333");
-    EXPECT_EQ(6, Access::PrivateReplaceGroup(digits, '1', '3', '#', 0));
-    EXPECT_STREQ("a#b##c###", digits);
-    CGVPath limited("1a11");
-    EXPECT_EQ(2, Access::PrivateReplaceGroup(limited, '1', '1', '#', 3));
-    EXPECT_STREQ("#a#1", limited);
-    CGVPath backwards("abc");
-    EXPECT_EQ(0, Access::PrivateReplaceGroup(backwards, 'c', 'a', '#', 0));
-    // Signed bytes: 0x80..0xFF come before 0x00..0x7F, so this range is empty...
-    CGVPath high("\xE4z");
-    EXPECT_EQ(0, Access::PrivateReplaceGroup(high, 'a', '\xFF', '#', 0));
-    // ...and this one holds every high byte and the ASCII range up to 'z'.
-    EXPECT_EQ(2, Access::PrivateReplaceGroup(high, '\x80', 'z', '\x7F', 0));
-    EXPECT_STREQ("\x7F\x7F", high);
-    // A range that ends at 127 ends.
-    CGVPath top("~\x7F");
-    EXPECT_EQ(2, Access::PrivateReplaceGroup(top, '~', '\x7F', '_', 0));
-}
-
-TEST(CGVPathTrim, PrivateReplaceGroupGuardStopsARunawayReplacement) {
-    // Replacing a by a finds the same a again for ever; the guard lets 102
-    // replacements happen, then every later code of the range is hit once.
-    CGVPath text("abbb");
-    EXPECT_EQ(102 + 1, Access::PrivateReplaceGroup(text, 'a', 'b', 'a', 0));
-    EXPECT_STREQ("aabb", text);
 }

@@ -17,8 +17,7 @@ struct Row {
     int isURL;
     const char* scheme;
     int schemeDelimiter;
-    const char* withoutScheme;
-    const char* host;
+    const char *withoutScheme, *host;
     int legal;
     const char* madeLegal;
 };
@@ -106,16 +105,12 @@ TEST(CGVPathURL, MakeLegalURLPutsASchemeInFrontUnexamined) {
 
 TEST(CGVPathURL, CreateFileSchemeTurnsBackslashesAndLeavesThePath) {
     struct Case {
-        const char* path;
-        const char* url;
+        const char *path, *url;
     };
     const Case cases[] = {
-        {"C:\\dir\\a b.htm", "file:///C:/dir/a b.htm"},
-        {"\\\\srv\\share\\a.htm", "file:////srv/share/a.htm"},
-        {"dir\\a.htm", "file:///dir/a.htm"},
-        {"", "file:///"},
-        {"\\\\", "file://///"},
-        {"a/b\\\xE4", "file:///a/b/\xE4"},
+        {"C:\\dir\\a b.htm", "file:///C:/dir/a b.htm"}, {"\\\\srv\\share\\a.htm", "file:////srv/share/a.htm"},
+        {"dir\\a.htm", "file:///dir/a.htm"},           {"", "file:///"},
+        {"\\\\", "file://///"},                        {"a/b\\\xE4", "file:///a/b/\xE4"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.path);
@@ -127,8 +122,7 @@ TEST(CGVPathURL, CreateFileSchemeTurnsBackslashesAndLeavesThePath) {
 
 TEST(CGVPathURL, CompareURLIgnoresCaseSpacesSchemeAndOneTrailingDelimiter) {
     struct Case {
-        const char* self;
-        const char* other;
+        const char *self, *other;
         int sign;  // of the result
     };
     const Case cases[] = {
