@@ -11,9 +11,11 @@
 
 namespace {
 
-// An array of pointers to the given value objects.
-CGVArray PointersTo(std::vector<CGVLong>& values) {
+// An array of pointers to the given value objects, after the given number of empty slots.
+CGVArray PointersTo(std::vector<CGVLong>& values, int empty = 0) {
     CGVArray a(static_cast<int32_t>(sizeof(void*)), 16);
+    for (CGVObject* none = nullptr; empty-- > 0;)
+        a.mAdd(&none);
     for (auto& v : values) {
         CGVObject* p = &v;
         a.mAdd(&p);
@@ -32,7 +34,7 @@ std::vector<int32_t> Items(Array const& a, Read read) {
 int32_t Pointed(CGVArray const& a, int32_t i) {
     CGVObject* p = nullptr;
     a.mGetArrayItem(&p, i);
-    return static_cast<CGVLong*>(p)->mGetValue();
+    return p ? static_cast<CGVLong*>(p)->mGetValue() : 0;  // 0: an empty slot
 }
 
 CGVArray* g_seenDuringSort = nullptr;
@@ -42,14 +44,14 @@ int32_t g_directionDuringSort = -1;
 
 TEST(CGVArraySort, DefaultCallbacksFollowMCompareInEitherDirection) {
     struct Row { SORTORDER order; std::vector<int32_t> want; int32_t direction; } rows[] = {
-        {SORT_DESCENDING, {15, 4, 4, 1, -3}, 0},
-        {static_cast<SORTORDER>(2), {15, 4, 4, 1, -3}, 0},
-        {SORT_ASCENDING, {-3, 1, 4, 4, 15}, 1},  // last: later suites find the usual direction
+        {SORT_DESCENDING, {15, 4, 4, 1, -3, 0, 0}, 0},
+        {static_cast<SORTORDER>(2), {15, 4, 4, 1, -3, 0, 0}, 0},
+        {SORT_ASCENDING, {0, 0, -3, 1, 4, 4, 15}, 1},  // last: later suites find the usual direction
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(row.order);
         std::vector<CGVLong> values = {4, 15, -3, 4, 1};
-        CGVArray a = PointersTo(values);
+        CGVArray a = PointersTo(values, 2);  // empty slots sort before any object
         a.mSort(row.order, nullptr, [](uint32_t i, uint32_t j) {
             g_seenDuringSort = GVGetSortArray();
             g_directionDuringSort = GVGetSortDirection();

@@ -23,6 +23,7 @@ TEST_F(CGVPathLegal, IsLegalByItsRules) {
     struct Row { std::string path; const char* volume; int legal; } const rows[] = {
         {kPath260, nullptr, 1},                  {kPath261, nullptr, 0},
         {"L:\\a b \\c", nullptr, 0},             // a component ending in a space
+        {" \\x", nullptr, 0},                    // also the first one
         {"ab:c", nullptr, 0},                    {"L:\\x:y", nullptr, 0},
         {"L:\\dir\\\\file", nullptr, 0},         // an empty component
         {"\\\\server\\share\\a.txt", nullptr, 1}, {"L:\\My Documents\\a.b.c.txt", nullptr, 1},
