@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(Zones, DateWeekTest, ::testing::ValuesIn(kWeekZones));
 TEST(DateCalendar, LeapYearsAndMonthLengths) {
     struct Row { uint16_t month, year, leap, days; } const rows[] = {
         {2, 1900, 0, 28}, {2, 2000, 1, 29}, {2, 2023, 0, 28}, {2, 2024, 1, 29}, {2, 2100, 0, 28},
-        {4, 2023, 0, 30}, {12, 2023, 0, 31}, {13, 2024, 1, 0}};  // month 13 is outside the table
+        {4, 2023, 0, 30}, {12, 2023, 0, 31}, {13, 2024, 1, 0}, {13, 2023, 0, 0}, {0, 2024, 1, 0}};  // outside
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.month << '/' << row.year);
         EXPECT_EQ(row.leap, CGVDate::mIsLeapYear(row.year));

@@ -121,6 +121,12 @@ TEST(Money, VariantConversions) {
     ExpectParts(12, 0, m);
     m.mConvertFromOleVariant(COleVariant(int32_t{99}));  // VT_I4 changes nothing
     ExpectParts(12, 0, m);
+    m.mConvertFromOleVariant(COleVariant(2.25));
+    ExpectParts(2, 25, m);
+    m.mConvertFromOleVariant(COleVariant(0.5f));
+    ExpectParts(0, 50, m);
+    m.mConvertFromOleVariant(COleVariant(short{-4}));  // VT_I2 sets the whole part only
+    ExpectParts(-4, 50, m);
 
     COleVariant out;
     Of(-1, -15).mConvertToOleVariant(&out);

@@ -51,6 +51,7 @@ TEST_F(CGVPathLegal, LengthsAgainstTheVolumeLimits) {
     struct Row { std::string path; Member member; int limit, legal; } const rows[] = {
         {kPath260, whole, -1, 1},                 {kPath261, whole, -1, 0},
         {"", whole, 260, 1},                      {"", whole, 261, 0},
+        {kPath261, whole, 0, 1},                  // a limit of 0 is measured, not the text
         {"S:\\x", part, 12, 1},                   {"S:\\x", part, 13, 0},
         {"L:\\page.html", extension, -1, 0},      {"L:\\page.htm", extension, -1, 1},
         {"dir\\page.htm", extension, -1, 1},      {"S:\\abcdefghijkl\\x", part, -1, 1},
