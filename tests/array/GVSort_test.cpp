@@ -1,8 +1,11 @@
-// qsortplusplus: the exact sequence of callback calls and sorted results.
+// qsortplusplus: the exact sequence of callback calls, the sorted results, and the
+// input that makes every partition as unbalanced as it can be on a small stack.
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -12,30 +15,34 @@
 
 namespace {
 
-// The values the callbacks address, and every call made, in order.
+// The values the callbacks address, and every call made, in order, while logging.
 std::vector<int32_t> g_values;
 std::vector<std::string> g_calls;
+bool g_log = true;
+uint64_t g_compares = 0;
 
-int32_t LoggedCompare(uint32_t i, uint32_t j) {
-    g_calls.push_back("c" + std::to_string(i) + "," + std::to_string(j));
-    return g_values.at(i) < g_values.at(j) ? -1 : (g_values.at(i) > g_values.at(j) ? 1 : 0);
+int32_t Compare(uint32_t i, uint32_t j) {
+    ++g_compares;
+    if (g_log) {
+        g_calls.push_back("c" + std::to_string(i) + "," + std::to_string(j));
+        g_values.at(std::max(i, j));  // an index past the end throws
+    }
+    return g_values[i] < g_values[j] ? -1 : (g_values[i] > g_values[j] ? 1 : 0);
 }
 
-void LoggedSwap(uint32_t i, uint32_t j) {
-    g_calls.push_back("s" + std::to_string(i) + "," + std::to_string(j));
+void Swap(uint32_t i, uint32_t j) {
+    if (g_log)
+        g_calls.push_back("s" + std::to_string(i) + "," + std::to_string(j));
     std::swap(g_values.at(i), g_values.at(j));
 }
 
-std::vector<std::string> Swaps() {
-    std::vector<std::string> out;
-    std::copy_if(g_calls.begin(), g_calls.end(), std::back_inserter(out), [](auto const& c) { return c[0] == 's'; });
-    return out;
-}
-
-void Sort(std::vector<int32_t> values) {
-    g_values = std::move(values);
+void* Sort(void* values = nullptr) {
+    if (values)
+        g_values = *static_cast<std::vector<int32_t>*>(values);
     g_calls.clear();
-    qsortplusplus(static_cast<uint32_t>(g_values.size()), LoggedSwap, LoggedCompare);
+    g_compares = 0;
+    qsortplusplus(static_cast<uint32_t>(g_values.size()), Swap, Compare);
+    return nullptr;
 }
 
 std::vector<int32_t> Steps(int32_t from, int32_t step, uint32_t n) {
@@ -45,67 +52,88 @@ std::vector<int32_t> Steps(int32_t from, int32_t step, uint32_t n) {
     return out;
 }
 
+// Replays the partitions backwards: in every range (0, hi) the middle element is
+// the largest, the partition moves it to hi and hands (0, hi - 1) on.
+std::vector<int32_t> MiddleIsLargest(uint32_t n) {
+    std::vector<uint32_t> at(n);  // at[k]: which input element stands at position k
+    std::iota(at.begin(), at.end(), 0u);
+    std::vector<int32_t> values(n);
+    uint32_t hi = n - 1;
+    for (; hi > 10; --hi) {
+        values[at[hi / 2]] = static_cast<int32_t>(hi);
+        std::swap(at[hi / 2], at[hi]);
+    }
+    for (uint32_t k = 0; k <= hi; ++k)
+        values[at[k]] = static_cast<int32_t>(hi - k);
+    return values;
+}
+
 }  // namespace
 
-TEST(QSortPlusPlus, CallCountsOfTheEdgeCases) {
-    struct Row {
-        const char* name;
-        std::vector<int32_t> input;
-        size_t compares, swaps;
-    } const rows[] = {
-        {"12 descending", Steps(12, -1, 12), 47, 6},
-        {"12 ascending", Steps(1, 1, 12), 43, 0},
-        {"12 equal", Steps(7, 0, 12), 48, 9},
-        {"11 descending", Steps(11, -1, 11), 55, 55},
-        {"empty", {}, 0, 0},
-        {"one", {5}, 0, 0},
+TEST(QSortPlusPlus, CallsOfTheEdgeCases) {
+    struct Row { const char* name; std::vector<int32_t> input; size_t compares, swaps; } rows[] = {
+        {"12 descending", Steps(12, -1, 12), 47, 6}, {"12 ascending", Steps(1, 1, 12), 43, 0},
+        {"12 equal", Steps(7, 0, 12), 48, 9},        {"11 descending", Steps(11, -1, 11), 55, 55},
+        {"empty", {}, 0, 0},                         {"one", {5}, 0, 0},
     };
-    for (auto const& row : rows) {
+    for (auto& row : rows) {
         SCOPED_TRACE(row.name);
-        Sort(row.input);
-        EXPECT_EQ(row.compares, g_calls.size() - Swaps().size());
-        EXPECT_EQ(row.swaps, Swaps().size());
+        Sort(&row.input);
+        EXPECT_EQ(row.compares, g_compares);
+        EXPECT_EQ(row.compares + row.swaps, g_calls.size());
         EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
     }
-    Sort(Steps(12, -1, 12));
-    EXPECT_EQ((std::vector<std::string>{"s0,11", "s1,10", "s2,9", "s3,8", "s4,7", "s5,6"}), Swaps());
-    Sort({3, 1, 2});
+    std::vector<int32_t> input = Steps(12, -1, 12);
+    Sort(&input);
+    g_calls.erase(std::remove_if(g_calls.begin(), g_calls.end(), [](auto const& c) { return c[0] == 'c'; }),
+                  g_calls.end());
+    EXPECT_EQ((std::vector<std::string>{"s0,11", "s1,10", "s2,9", "s3,8", "s4,7", "s5,6"}), g_calls);
+    input = {3, 1, 2};
+    Sort(&input);
     EXPECT_EQ((std::vector<std::string>{"c0,1", "s0,1", "c1,2", "s1,2", "c0,1"}), g_calls);
+    qsortplusplus(0, nullptr, nullptr);  // an empty sort keeps the stored callbacks
+    EXPECT_EQ(&Swap, GVGetSortSwapProc());
+    EXPECT_EQ(&Compare, GVGetSortCompareProc());
 }
 
-TEST(QSortPlusPlus, EmptySortKeepsTheStoredCallbacks) {
-    Sort({2, 1});
-    qsortplusplus(0, nullptr, nullptr);
-    EXPECT_EQ(&LoggedSwap, GVGetSortSwapProc());
-    EXPECT_EQ(&LoggedCompare, GVGetSortCompareProc());
-}
-
-// Against a plain recursive transcription of the steps, call for call.
+// Against the plain recursive transcription, call for call: random values (small
+// spreads give runs of equal ones), then ordered, reversed and equal ones of many sizes.
 TEST(QSortPlusPlus, SequenceMatchesTheRecursiveSort) {
     std::mt19937 rng(4);
-    for (int round = 0; round < 300; ++round) {
-        size_t n = 1 + rng() % 300;
-        uint32_t spread = 1 + rng() % 50;  // small spreads give runs of equal values
-        std::vector<int32_t> input(n);
+    std::vector<std::vector<int32_t>> inputs(300);
+    for (auto& input : inputs) {
+        input.resize(1 + rng() % 300);
+        const uint32_t spread = 1 + rng() % 50;
         for (auto& v : input)
             v = static_cast<int32_t>(rng() % spread);
-        SCOPED_TRACE(testing::Message() << "round " << round << " n " << n);
+    }
+    for (uint32_t n = 1; n <= 1000; n += (n < 40 ? 1 : 37))
+        inputs.insert(inputs.end(), {Steps(0, 1, n), Steps(static_cast<int32_t>(n), -1, n), Steps(3, 0, n)});
+    for (auto& input : inputs) {
+        SCOPED_TRACE(testing::Message() << "input " << &input - inputs.data() << " n " << input.size());
         g_values = input;
         g_calls.clear();
-        gvtest::ReferenceRange(0, static_cast<uint32_t>(n - 1), LoggedCompare, LoggedSwap);
+        gvtest::ReferenceRange(0, static_cast<uint32_t>(input.size() - 1), Compare, Swap);
         const std::vector<std::string> want = g_calls;
-        Sort(input);
+        Sort(&input);
         ASSERT_EQ(want, g_calls);
-        EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
+        ASSERT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
     }
 }
 
-TEST(QSortPlusPlus, SortsOrderedReversedAndEqualInputs) {
-    for (uint32_t n = 1; n <= 1000; n += (n < 40 ? 1 : 37)) {
-        SCOPED_TRACE(n);
-        for (auto const& input : {Steps(0, 1, n), Steps(static_cast<int32_t>(n), -1, n), Steps(3, 0, n)}) {
-            Sort(input);
-            EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
-        }
-    }
+TEST(QSortPlusPlusDeep, QuadraticInputOnA256KiBStack) {
+    constexpr uint32_t kCount = 50000;
+    g_values = MiddleIsLargest(kCount);
+    g_log = false;
+    pthread_attr_t attr;
+    ASSERT_EQ(0, pthread_attr_init(&attr));
+    ASSERT_EQ(0, pthread_attr_setstacksize(&attr, 256 * 1024));
+    pthread_t thread;
+    ASSERT_EQ(0, pthread_create(&thread, &attr, Sort, nullptr));
+    ASSERT_EQ(0, pthread_join(thread, nullptr));
+    pthread_attr_destroy(&attr);
+    g_log = true;
+    EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));
+    // The input really is the worst case: every partition peeled one element off.
+    EXPECT_GT(g_compares, uint64_t{kCount} * kCount / 4);
 }

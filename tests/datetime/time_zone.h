@@ -1,33 +1,28 @@
-// Test helper: sets TZ for the length of a scope and the zones the date suites run under.
+// Test helper: sets TZ for the length of a scope, and the zones the date suites run under.
 #pragma once
 
 #include <cstdlib>
 #include <ctime>
+#include <optional>
 #include <string>
 
 class ScopedTimeZone {
 public:
     explicit ScopedTimeZone(const char* zone) {
-        const char* old = std::getenv("TZ");
-        hadOld_ = old != nullptr;
-        if (hadOld_)
+        if (const char* old = std::getenv("TZ"))
             old_ = old;
-        setenv("TZ", zone, 1);
-        tzset();
+        Set(zone);
     }
-    ~ScopedTimeZone() {
-        if (hadOld_)
-            setenv("TZ", old_.c_str(), 1);
-        else
-            unsetenv("TZ");
-        tzset();
-    }
+    ~ScopedTimeZone() { Set(old_ ? old_->c_str() : nullptr); }
     ScopedTimeZone(const ScopedTimeZone&) = delete;
     ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
 
 private:
-    bool hadOld_ = false;
-    std::string old_;
+    static void Set(const char* zone) {
+        zone ? setenv("TZ", zone, 1) : unsetenv("TZ");
+        tzset();
+    }
+    std::optional<std::string> old_;
 };
 
 // A zone without daylight saving and one whose rule needs no zone database.

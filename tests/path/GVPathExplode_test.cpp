@@ -21,48 +21,38 @@ std::vector<std::string> Items(CGVStringArray const& array) {
     return items;
 }
 
-struct Row {
-    const char* text;
-    const char* volume;
-    std::vector<std::string> parts;
-    const char* imploded;  // delimiters normalised to the kind AppendPath picks
-};
-
-const Row kRows[] = {
-    {"", "", {}, ""},
-    {"C:", "C:", {}, "C:"},
-    {"C:\\dir\\\\sub\\file.txt", "C:", {"dir", "sub", "file.txt"}, "C:\\dir\\sub\\file.txt"},
-    {"C:\\dir\\\\sub\\", "C:", {"dir", "sub"}, "C:\\dir\\sub"},
-    {"a/b/", "", {"a", "b"}, "a\\b"},
-    {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
-    {"C:/a/b", "C:", {"a", "b"}, "C:\\a\\b"},
-    {"\\\\server\\share\\x", "\\\\server\\", {"share", "x"}, "\\\\server\\share\\x"},
-    {"1ab://host/x/y", "1ab://host/", {"x", "y"}, "1ab://host/x/y"},
-    {"\xE4/\xFF", "", {"\xE4", "\xFF"}, "\xE4\\\xFF"},
-    {"\\/\\", "", {}, ""},
-    {"a", "", {"a"}, "a"},
-};
-
 }  // namespace
 
+// Each text explodes (clearing what the array held), implodes with delimiters
+// normalised to the kind AppendPath picks, and the normalised form explodes
+// into the same pieces again.
 TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
-    for (const Row& row : kRows) {
+    struct Row { const char* text; const char* volume; std::vector<std::string> parts; const char* imploded; };
+    const Row rows[] = {
+        {"", "", {}, ""},
+        {"C:", "C:", {}, "C:"},
+        {"C:\\dir\\\\sub\\file.txt", "C:", {"dir", "sub", "file.txt"}, "C:\\dir\\sub\\file.txt"},
+        {"C:\\dir\\\\sub\\", "C:", {"dir", "sub"}, "C:\\dir\\sub"},
+        {"a/b/", "", {"a", "b"}, "a\\b"},
+        {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
+        {"C:/a/b", "C:", {"a", "b"}, "C:\\a\\b"},
+        {"\\\\server\\share\\x", "\\\\server\\", {"share", "x"}, "\\\\server\\share\\x"},
+        {"1ab://host/x/y", "1ab://host/", {"x", "y"}, "1ab://host/x/y"},
+        {"\xE4/\xFF", "", {"\xE4", "\xFF"}, "\xE4\\\xFF"},
+        {"\\/\\", "", {}, ""},
+        {"a", "", {"a"}, "a"},
+    };
+    for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
-        CGVPath path(row.text);
-        CGVPath volume("stale");
-        CGVStringArray parts;
+        CGVPath volume("stale"), joined("old"), again;
+        CGVStringArray parts, againParts;
         CGVString stale("stale");
-        parts.mAdd(&stale);  // Explode clears what the array held
-        path.Explode(volume, parts);
+        parts.mAdd(&stale);
+        CGVPath(row.text).Explode(volume, parts);
         EXPECT_EQ(row.volume, Text(volume));
         EXPECT_EQ(row.parts, Items(parts));
-
-        CGVPath joined("old");
         joined.Implode(volume, parts);
         EXPECT_EQ(row.imploded, Text(joined));
-        // The normalised form explodes into the same pieces again.
-        CGVPath again;
-        CGVStringArray againParts;
         joined.Explode(again, againParts);
         EXPECT_EQ(Text(volume), Text(again));
         EXPECT_EQ(row.parts, Items(againParts));
@@ -71,15 +61,12 @@ TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
 
 TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
     CGVStringArray parts;
-    CGVString a("a"), empty, b("b");
-    parts.mAdd(&a);
-    parts.mAdd(&empty);
-    parts.mAdd(&b);
-    CGVPath path;
-    path.Implode("", parts);
-    EXPECT_STREQ("a\\b", path);
-    path.Implode(nullptr, parts);
-    EXPECT_STREQ("a\\b", path);
-    path.Implode("x:/", parts);
-    EXPECT_STREQ("x:/a/b", path);
+    CGVString items[] = {"a", "", "b"};
+    for (CGVString& item : items)
+        parts.mAdd(&item);
+    for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"}) {
+        CGVPath path;
+        path.Implode(volume, parts);
+        EXPECT_STREQ(volume && *volume ? "x:/a/b" : "a\\b", path);
+    }
 }

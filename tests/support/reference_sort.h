@@ -8,66 +8,41 @@
 namespace gvtest {
 
 template <typename Compare, typename Swap>
-class ReferenceSort {
-public:
-    ReferenceSort(Compare compare, Swap swap) : compare_(compare), swap_(swap) {}
-
-    void Range(uint32_t lo, uint32_t hi) {
-        if (hi - lo <= 10) {
-            Small(lo, hi);
-            return;
-        }
-        if (lo >= hi)
-            return;
-        do {
-            uint32_t p = Partition(lo, hi);
-            Range(lo, p);
-            lo = p + 1;
-        } while (lo < hi);
+uint32_t ReferencePartition(uint32_t lo, uint32_t hi, Compare& compare, Swap& swap) {
+    uint32_t p = (lo + hi) >> 1, i = lo - 1, j = hi + 1;
+    for (;;) {
+        while (compare(--j, p) > 0) {}
+        while (compare(++i, p) < 0) {}
+        if (i >= j)
+            return p == hi ? p - 1 : p;
+        if (i > p)
+            p = i;
+        if (j < p)
+            p = j;
+        swap(i, j);
+        if (i == p)
+            p = j++;
+        else if (j == p)
+            p = i--;
     }
-
-private:
-    void Small(uint32_t lo, uint32_t hi) {
-        for (; lo < hi; --hi)
-            for (uint32_t i = lo; i < hi; ++i)
-                if (compare_(i, i + 1) > 0)
-                    swap_(i, i + 1);
-    }
-
-    uint32_t Partition(uint32_t lo, uint32_t hi) {
-        uint32_t p = (lo + hi) >> 1, i = lo - 1, j = hi + 1;
-        for (;;) {
-            do
-                --j;
-            while (compare_(j, p) > 0);
-            do
-                ++i;
-            while (compare_(i, p) < 0);
-            if (i >= j)
-                break;
-            if (i > p)
-                p = i;
-            if (j < p)
-                p = j;
-            swap_(i, j);
-            if (i == p) {
-                p = j;
-                ++j;
-            } else if (j == p) {
-                p = i;
-                --i;
-            }
-        }
-        return p == hi ? p - 1 : p;
-    }
-
-    Compare compare_;
-    Swap swap_;
-};
+}
 
 template <typename Compare, typename Swap>
-void ReferenceRange(uint32_t lo, uint32_t hi, Compare compare, Swap swap) {
-    ReferenceSort<Compare, Swap>(compare, swap).Range(lo, hi);
+void ReferenceRange(uint32_t lo, uint32_t hi, Compare&& compare, Swap&& swap) {
+    if (hi - lo <= 10) {  // the small sort: bubble passes over the range
+        for (; lo < hi; --hi)
+            for (uint32_t i = lo; i < hi; ++i)
+                if (compare(i, i + 1) > 0)
+                    swap(i, i + 1);
+        return;
+    }
+    if (lo > hi)
+        return;
+    do {  // the first range is wider than 10, the later ones are partitioned whatever their width
+        const uint32_t p = ReferencePartition(lo, hi, compare, swap);
+        ReferenceRange(lo, p, compare, swap);
+        lo = p + 1;
+    } while (lo < hi);
 }
 
 }  // namespace gvtest
