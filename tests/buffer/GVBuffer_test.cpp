@@ -215,8 +215,9 @@ TEST(CGVBuffer, ClearAndRollBack) {
     CGVBuffer b;
     Fill(b, "abcdef");
     CGVBuffer none;
-    none.mRollBack(3);  // no block: nothing to keep
-    EXPECT_EQ(0, none.mGetLength());
+    none.mRollBack(3);  // no block: the length is kept, the content stays empty
+    EXPECT_EQ(3, none.mGetLength());
+    EXPECT_EQ(0, none.ContentLength());
     b.mRollBack(2);
     EXPECT_EQ("ab", Content(b));
     b.mRollBack(-5);  // any length, without a check
