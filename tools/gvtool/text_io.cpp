@@ -32,8 +32,14 @@ int32_t ReadItems(std::istream& in, Array& array, std::function<void(size_t)> co
         return -1;
     for (int32_t i = 0; i < count.mGetValue(); ++i) {
         Item item;
-        if (!(in >> item))
+        try {
+            if (!(in >> item))
+                return i;
+        } catch (CArchiveException const&) {
+            // Strict loading raises for a short item: the same damaged item.
+            in.setstate(std::ios::failbit);
             return i;
+        }
         array.mAdd(&item);
         if (progress && (i & 0xFFFF) == 0)
             progress(static_cast<size_t>(i));
