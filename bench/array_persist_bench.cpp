@@ -1,6 +1,10 @@
-// Array inserts at the front, deletes, and saving and loading 100,000 strings,
-// against std::vector and the standard string streams on the same work.
+// Array inserts at the front, deletes, and saving and loading strings (100,000
+// together, then each alone at several sizes), against std::vector and the
+// standard string streams on the same work; and the heap a loaded string costs.
 #include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <cstdio>
 
 #include <sstream>
 #include <string>
@@ -110,6 +114,141 @@ void SaveLoad_peer(benchmark::State& state) {
     }
 }
 
+
+CGVStringArray Strings(int64_t n) {
+    CGVStringArray a;
+    for (int64_t i = 0; i < n; ++i) {
+        CGVString s(Word(static_cast<int32_t>(i)).c_str());
+        a.mAdd(&s);
+    }
+    return a;
+}
+
+std::vector<std::string> PeerStrings(int64_t n) {
+    std::vector<std::string> v;
+    for (int64_t i = 0; i < n; ++i)
+        v.push_back(Word(static_cast<int32_t>(i)));
+    return v;
+}
+
+std::string PeerSave(std::vector<std::string> const& source) {
+    std::ostringstream os;
+    os << "XU" << source.size() << ' ';
+    for (auto const& s : source) {
+        os << 'T' << s.size() << ' ';
+        os.write(s.data(), static_cast<std::streamsize>(s.size()));
+        os << ' ';
+    }
+    return os.str();
+}
+
+std::vector<std::string> PeerLoad(std::string const& text) {
+    std::istringstream is(text);
+    char tag;
+    size_t count = 0;
+    is >> tag >> tag >> count;
+    is.get();
+    std::vector<std::string> back;
+    for (size_t i = 0; i < count; ++i) {
+        size_t n = 0;
+        is >> tag >> n;
+        is.get();
+        std::string s(n, '\0');
+        is.read(&s[0], static_cast<std::streamsize>(n));
+        is.get();
+        back.push_back(std::move(s));
+    }
+    return back;
+}
+
+void Save_gvlib(benchmark::State& state) {
+    CGVStringArray source = Strings(state.range(0));
+    for (auto _ : state) {
+        CGVBuffer saved;
+        source.mSave(saved);
+        benchmark::DoNotOptimize(saved.ContentLength());
+    }
+}
+
+void Save_peer(benchmark::State& state) {
+    std::vector<std::string> source = PeerStrings(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PeerSave(source).size());
+}
+
+void Load_gvlib(benchmark::State& state) {
+    CGVBuffer saved;
+    Strings(state.range(0)).mSave(saved);
+    for (auto _ : state) {
+        CGVStringArray back;
+        back.mLoad(saved);
+        benchmark::DoNotOptimize(back.mGetNumItems());
+    }
+}
+
+void Load_peer(benchmark::State& state) {
+    std::string saved = PeerSave(PeerStrings(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PeerLoad(saved).size());
+}
+
+// Heap bytes per loaded string of 15 characters, the text's own 16 bytes included
+// (the counter "beyond_text" leaves them out): the string object, its block's
+// header and the array's slot.
+constexpr int32_t kCounted = 1000000;
+
+std::string Short(int32_t i) {
+    char text[16];
+    std::snprintf(text, sizeof text, "item%011d", i);
+    return text;
+}
+
+// Small blocks and the large ones the allocator maps on their own (the slots).
+size_t HeapInUse() {
+    struct mallinfo2 m = mallinfo2();
+    return m.uordblks + m.hblkhd;
+}
+
+void ReportHeap(benchmark::State& state, size_t before, size_t after) {
+    double each = (static_cast<double>(after) - static_cast<double>(before)) / kCounted;
+    state.counters["bytes_per_item"] = each;
+    state.counters["beyond_text"] = each - 16;
+}
+
+void LoadedBytes_gvlib(benchmark::State& state) {
+    CGVStringArray source;
+    for (int32_t i = 0; i < kCounted; ++i) {
+        CGVString s(Short(i).c_str());
+        source.mAdd(&s);
+    }
+    CGVBuffer saved;
+    source.mSave(saved);
+    source.mClear();
+    for (auto _ : state) {
+        size_t before = HeapInUse();
+        CGVStringArray back;
+        back.mLoad(saved);
+        size_t after = HeapInUse();
+        ReportHeap(state, before, after);
+        benchmark::DoNotOptimize(back.mGetNumItems());
+    }
+}
+
+void LoadedBytes_peer(benchmark::State& state) {
+    std::vector<std::string> source;
+    for (int32_t i = 0; i < kCounted; ++i)
+        source.push_back(Short(i));
+    std::string saved = PeerSave(source);
+    source = {};
+    for (auto _ : state) {
+        size_t before = HeapInUse();
+        std::vector<std::string> back = PeerLoad(saved);
+        size_t after = HeapInUse();
+        ReportHeap(state, before, after);
+        benchmark::DoNotOptimize(back.data());
+    }
+}
+
 }  // namespace
 
 BENCHMARK(InsertFront_gvlib)->Name("InsertFront10k/gvlib")->Unit(benchmark::kMillisecond);
@@ -118,3 +257,9 @@ BENCHMARK(DeleteFront_gvlib)->Name("DeleteFront10k/gvlib")->Unit(benchmark::kMil
 BENCHMARK(DeleteFront_peer)->Name("DeleteFront10k/peer")->Unit(benchmark::kMillisecond);
 BENCHMARK(SaveLoad_gvlib)->Name("SaveLoad100kStrings/gvlib")->Unit(benchmark::kMillisecond);
 BENCHMARK(SaveLoad_peer)->Name("SaveLoad100kStrings/peer")->Unit(benchmark::kMillisecond);
+BENCHMARK(Save_gvlib)->Name("SaveStrings/gvlib")->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Save_peer)->Name("SaveStrings/peer")->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Load_gvlib)->Name("LoadStrings/gvlib")->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Load_peer)->Name("LoadStrings/peer")->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadedBytes_gvlib)->Name("LoadedBytes1M/gvlib")->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadedBytes_peer)->Name("LoadedBytes1M/peer")->Iterations(1)->Unit(benchmark::kMillisecond);

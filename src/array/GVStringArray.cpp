@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <utility>
+#include <typeinfo>
 
 #include "array/sort_state.h"
 
@@ -58,6 +59,16 @@ void CGVStringArray::mAdd(void const* item) {
     std::unique_ptr<CGVString> copy(CopyOf(item));
     m_strings.Add(copy.get());
     copy.release();
+    ++m_itemCount;
+}
+
+bool CGVStringArray::IsPlain() const { return typeid(*this) == typeid(CGVStringArray); }
+
+void CGVStringArray::AddText(char const* text, int length) {
+    auto made = std::make_unique<CGVString>();
+    made->SetString(text, length);
+    m_strings.Add(made.get());
+    made.release();
     ++m_itemCount;
 }
 

@@ -5,9 +5,11 @@
 #include <istream>
 #include <memory>
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "array/array_archive.h"
+#include "core/stream_io.h"
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/platform/allocator.h"
@@ -18,11 +20,28 @@ void CGVStringArray::Serialize(std::ostream& os) {
     os << 'X';
     CGVLong count(m_itemCount);
     os << count;
-    CGVString empty;
+    if (!gvlib::detail::PlainStream(os)) {
+        CGVString empty;
+        for (int32_t i = 0; i < m_itemCount; ++i) {
+            CGVString* text = m_strings.GetAt(i);
+            os << (text != nullptr ? *text : empty);
+        }
+        return;
+    }
+    // The bytes the string's operator writes, gathered and handed over in chunks.
+    constexpr size_t kChunk = 64 * 1024;
+    std::string out;
+    out.reserve(kChunk + 64);
     for (int32_t i = 0; i < m_itemCount; ++i) {
         CGVString* text = m_strings.GetAt(i);
-        os << (text != nullptr ? *text : empty);
+        char const* chars = text != nullptr ? text->GetString() : "";
+        gvlib::detail::AppendCounted(out, chars, static_cast<int32_t>(std::strlen(chars)));
+        if (out.size() >= kChunk) {
+            os.write(out.data(), static_cast<std::streamsize>(out.size()));
+            out.clear();
+        }
     }
+    os.write(out.data(), static_cast<std::streamsize>(out.size()));
 }
 
 void CGVStringArray::Serialize(std::istream& is) {
@@ -37,9 +56,24 @@ void CGVStringArray::Serialize(std::istream& is) {
     // short body, the memory exception) leaves the array as it was.
     gvplatform::detail::ChargeInput(static_cast<uint64_t>(n), gvlib::detail::kStringItemCost);
     std::vector<std::unique_ptr<CGVString>> read;
+    read.reserve(static_cast<size_t>(std::min(n, int32_t{1} << 16)));  // a damaged count grows as it reads
     CGVString working;
+    bool plain = gvlib::detail::PlainStream(is);
+    gvlib::detail::CountedText found{};
     for (int32_t i = 0; i < n; ++i) {
+        // Well-formed text lying in the stream's buffer is taken in place; the
+        // operator reads the rest, damaged text included.
+        if (plain && gvlib::detail::PeekCounted(is, found)) {
+            if (found.length > 0)
+                gvplatform::detail::ChargeInput(static_cast<uint64_t>(found.length) + 1);
+            auto text = std::make_unique<CGVString>();
+            text->SetString(found.text, found.length);
+            gvlib::detail::SkipCounted(is, found);
+            read.push_back(std::move(text));
+            continue;
+        }
         is >> working;
+        plain = plain && is.good();
         read.push_back(std::make_unique<CGVString>(working));
     }
     INT_PTR base = m_strings.GetSize();

@@ -13,6 +13,8 @@ void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
     char const* text = GetString();
     int length = GetLength();
     int i = volume.GetLength();
+    // A plain array takes each piece in place; a derived one through its mAdd.
+    bool plain = parts.IsPlain();
     CGVString part;
     while (i < length) {
         // Runs of delimiters, leading or trailing, make no empty parts.
@@ -24,7 +26,12 @@ void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
         if (i > start) {
             // What Mid gives, without its temporaries: the piece up to an
             // embedded NUL, if it holds one.
-            part.SetString(text + start, static_cast<int>(strnlen(text + start, static_cast<size_t>(i - start))));
+            int piece = static_cast<int>(strnlen(text + start, static_cast<size_t>(i - start)));
+            if (plain) {
+                parts.AddText(text + start, piece);
+                continue;
+            }
+            part.SetString(text + start, piece);
             parts.mAdd(&part);
         }
     }
@@ -33,15 +40,21 @@ void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
 void CGVPath::Implode(char const* volume, CGVStringArray const& parts) {
     gvpath::detail::KeepTextOnFailure keep(*this);
     CGVString::operator=(volume);
+    // A plain array's strings are read where they lie, a derived one's through
+    // its mGetArrayItem.
+    bool plain = parts.IsPlain();
     for (int i = 0; i < parts.mGetNumItems(); ++i) {
         // An empty slot leaves the destination as it was: start each one empty.
-        CGVString part;
-        parts.mGetArrayItem(&part, i);
-        if (part.IsEmpty())
+        CGVString copy;
+        CGVString const* part = plain ? parts.TextAt(i) : &copy;
+        if (!plain)
+            parts.mGetArrayItem(&copy, i);
+        if (part == nullptr || part->IsEmpty())
             continue;
         if (IsEmpty())
-            CGVString::operator=(part);
+            CGVString::operator=(*part);
         else
-            AppendPath(part, '\0', 0);
+            AppendPath(*part, '\0', 0);
     }
 }
+

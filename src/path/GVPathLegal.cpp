@@ -158,12 +158,12 @@ int CGVPath::MakeLegalPath() {
     uint32_t maxExtension = MaxExtensionFor(maxComponent);
     CGVString bad = GetBadNameCharacters(maxComponent > 12);
     for (int32_t i = 0; i < parts.mGetNumItems(); ++i) {
-        CGVString text;
-        parts.mGetArrayItem(&text, i);
-        CGVPath part(text);
+        // Each component is made legal and put back into its own slot.
+        CGVString* slot = parts.TextAt(i);
+        CGVPath part(*slot);
         part.TrimCharacters(bad, 1);
         part.PrivateMakeLegal(maxComponent, maxExtension);
-        parts.mSetArrayItem(static_cast<CGVObject const*>(&part), i);
+        *slot = part;
     }
     Implode(volume, parts);
     return 1;

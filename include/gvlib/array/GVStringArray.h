@@ -72,6 +72,16 @@ public:
     int32_t mFindString(CGVString const& text);
 
 private:
+    // The path class splits into and joins from string arrays in place.
+    friend class CGVPath;
+    /// Whether this object is a plain string array, whose members the path class
+    /// may bypass (a derived class may override them).
+    bool IsPlain() const;
+    /// Appends a new string made from `length` bytes of text, as mAdd of a string
+    /// holding them would, without the copy.
+    void AddText(char const* text, int length);
+    /// The string in slot index (0 <= index < count); null for an empty slot.
+    CGVString* TextAt(int32_t index) const { return m_strings.GetAt(index); }
     static void SwapSlots(uint32_t i, uint32_t j);
     static int32_t CompareSlots(uint32_t i, uint32_t j);
     void LoadStringLayout(CArchive& ar, int32_t count);
