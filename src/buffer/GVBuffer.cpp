@@ -11,7 +11,6 @@
 #include "platform/loading_policy.h"
 #include "gvlib/platform/allocator.h"
 
-using gvlib::detail::ReallocBlock;
 
 namespace {
 
@@ -62,12 +61,10 @@ void CGVBuffer::mReserve(int32_t n) {
     if (size == m_capacity)
         return;
     // realloc keeps the content and often extends the block in place, which keeps
-    // appends in small steps cheap; the first byte of an empty block and the last
-    // byte are zeroed as a fresh block's are.
-    char* block = ReallocBlock(m_data, static_cast<size_t>(size));
-    if (m_length <= 0)
-        block[0] = 0;
-    block[size - 1] = 0;
+    // appends in small steps cheap. The bytes it adds are zeroed: a length set
+    // beyond the content (mRollBack) then reads zeros, never stale memory.
+    int32_t used = m_data == nullptr ? 0 : std::max(m_capacity, 0);
+    char* block = gvlib::detail::GrowZeroed(m_data, static_cast<size_t>(used), static_cast<size_t>(size));
     InstallBlock(block, size);
 }
 

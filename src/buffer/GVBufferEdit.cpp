@@ -102,12 +102,12 @@ int32_t CGVBuffer::ReplaceGrowing(char const* find, int32_t f, char const* repl,
     int32_t capacity;
     try {
         capacity = StepSize(int64_t{length} + 1);
-        out = ReallocBlock(out, static_cast<size_t>(capacity));
+        // Zero past the result, so that a length rolled forward later reads zeros.
+        out = gvlib::detail::GrowZeroed(out, used, static_cast<size_t>(capacity));
     } catch (...) {
         gvplatform::detail::MemFree(out);
         throw;
     }
-    out[capacity - 1] = 0;
     gvplatform::detail::MemFree(m_data);
     InstallBlock(out, capacity);
     m_length = length;

@@ -16,6 +16,24 @@ char* ReallocBlock(char* block, size_t size) {
     return grown;
 }
 
+char* GrowZeroed(char* block, size_t used, size_t size) {
+    // A large step takes a fresh zero-filled block, whose untouched pages cost
+    // nothing, instead of writing zeros over the whole new part.
+    constexpr size_t kZeroInPlace = 64 * 1024;
+    if (size - used > kZeroInPlace) {
+        auto* fresh = static_cast<char*>(gvplatform::detail::MemCalloc(size, 1));
+        if (fresh == nullptr)
+            AfxThrowMemoryException();
+        if (block != nullptr)
+            std::memcpy(fresh, block, used);
+        gvplatform::detail::MemFree(block);
+        return fresh;
+    }
+    char* grown = ReallocBlock(block, size);
+    std::memset(grown + used, 0, size - used);
+    return grown;
+}
+
 int64_t FindBytes(char const* data, int64_t length, int64_t from, char const* find, int64_t f) {
     // memchr for the first byte, then a compare of the rest: linear on the inputs
     // this library sees, and as fast as the C library's scan.

@@ -9,6 +9,9 @@ namespace gvlib::detail {
 /// realloc that raises the platform's memory exception instead of answering null;
 /// the old block is then untouched.
 char* ReallocBlock(char* block, size_t size);
+/// Grows `block` (of which `used` bytes count) to `size` bytes with the added
+/// bytes zero; raises CMemoryException and keeps `block` when it cannot.
+char* GrowZeroed(char* block, size_t used, size_t size);
 
 /// Index of the leftmost occurrence of the f bytes of find standing whole in
 /// [from, length), or -1.
