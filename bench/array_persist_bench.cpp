@@ -82,39 +82,6 @@ void SaveLoad_gvlib(benchmark::State& state) {
     }
 }
 
-// The same text written with ostringstream and read back with istringstream.
-void SaveLoad_peer(benchmark::State& state) {
-    std::vector<std::string> source;
-    for (int32_t i = 0; i < kStrings; ++i)
-        source.push_back(Word(i));
-    for (auto _ : state) {
-        std::ostringstream os;
-        os << "XU" << source.size() << ' ';
-        for (auto const& s : source) {
-            os << 'T' << s.size() << ' ';
-            os.write(s.data(), static_cast<std::streamsize>(s.size()));
-            os << ' ';
-        }
-        std::istringstream is(os.str());
-        char tag;
-        size_t count = 0;
-        is >> tag >> tag >> count;
-        is.get();
-        std::vector<std::string> back;
-        for (size_t i = 0; i < count; ++i) {
-            size_t n = 0;
-            is >> tag >> n;
-            is.get();
-            std::string s(n, '\0');
-            is.read(&s[0], static_cast<std::streamsize>(n));
-            is.get();
-            back.push_back(std::move(s));
-        }
-        benchmark::DoNotOptimize(back.data());
-    }
-}
-
-
 CGVStringArray Strings(int64_t n) {
     CGVStringArray a;
     for (int64_t i = 0; i < n; ++i) {
@@ -159,6 +126,15 @@ std::vector<std::string> PeerLoad(std::string const& text) {
         back.push_back(std::move(s));
     }
     return back;
+}
+
+// The same text written with ostringstream and read back with istringstream.
+void SaveLoad_peer(benchmark::State& state) {
+    std::vector<std::string> source = PeerStrings(kStrings);
+    for (auto _ : state) {
+        std::vector<std::string> back = PeerLoad(PeerSave(source));
+        benchmark::DoNotOptimize(back.data());
+    }
 }
 
 void Save_gvlib(benchmark::State& state) {
