@@ -126,6 +126,12 @@ void CGVLongArray::Serialize(std::istream& is) {
     gvplatform::detail::ChargeInput(static_cast<uint64_t>(n), 4);
     std::vector<int32_t> read;
     for (int32_t i = 0; i < n; ++i) {
+        // Once the stream has failed every further read adds 0: add them at once
+        // rather than read a failed stream up to two billion times.
+        if (is.fail()) {
+            read.resize(static_cast<size_t>(n), 0);
+            break;
+        }
         CGVLong item;
         is >> item;
         read.push_back(item.mGetValue());

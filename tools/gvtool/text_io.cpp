@@ -86,6 +86,9 @@ std::unique_ptr<CGVObject> TextReader::Next() {
     } catch (CArchiveException const&) {
         throw Failure{"decoding stopped at byte offset " + std::to_string(Offset()) + " in " + where +
                       ": it is truncated or damaged"};
+    } catch (CMemoryException const&) {
+        throw Failure{"decoding stopped at byte offset " + std::to_string(Offset()) + " in " + where +
+                      ": it announces more memory than may be allocated (a damaged length or count?)"};
     }
     if (!obj) {
         std::string hint = count_ == 0 && !std::isprint(static_cast<unsigned char>(tag))
