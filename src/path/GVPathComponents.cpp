@@ -2,6 +2,10 @@
 // components. Explode and Implode live in GVPathExplode.cpp.
 #include "gvlib/path/GVPath.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
 #include "gvlib/platform/afxstr.h"
 #include "path/path_internal.h"
 
@@ -125,25 +129,34 @@ bool AppendInPlace(CGVPath& path, char const* tail) {
     }
     while (end > 0 && IsDelimiter(text[end - 1]))
         --end;
-    if (end < path.GetLength())
-        path.Truncate(end);
     if (tail == nullptr)
         tail = "";
     while (IsDelimiter(*tail))
         ++tail;
+    size_t rest = std::strlen(tail);
+    int64_t need = int64_t{end} + 1 + static_cast<int64_t>(rest);
+    if (need > INT32_MAX / 2)
+        return false;  // the general join raises what such a length raises
+    // Room first (doubling, as appends grow): the one step that can fail comes
+    // before any change, so a failure leaves the path as it was, and the edits
+    // below neither allocate nor copy the block.
+    int64_t room = need > path.GetAllocLength() ? std::max<int64_t>(need, int64_t{path.GetAllocLength()} * 2) : need;
+    path.Preallocate(static_cast<int>(room));  // also makes a shared block this path's own
+    if (end < path.GetLength())
+        path.Truncate(end);
     path.AppendChar(joint);
-    path.Append(tail, static_cast<int>(std::strlen(tail)));
+    path.Append(tail, static_cast<int>(rest));
     return true;
 }
 
 }  // namespace
 
 void CGVPath::AppendPath(char const* tail, char delimiter, int whitespace) {
-    gvpath::detail::KeepTextOnFailure keep(*this);
     if (IsEmpty())
         return;
     if (delimiter == '\0' && whitespace == 0 && AppendInPlace(*this, tail))
         return;
+    gvpath::detail::KeepTextOnFailure keep(*this);
     CGVString joint = FILE_PATH_DELIMITER;
     if (delimiter != '\0') {
         joint = delimiter;
