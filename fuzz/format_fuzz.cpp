@@ -29,24 +29,24 @@ struct Reader {
     }
 };
 
-// The spec of one conversion without its type letter: flags, width, precision
+// One conversion directive without its type letter: flags, width, precision
 // (bounded, so the output stays small) and a size prefix fit for `kind`.
-std::string Spec(Reader& in, char kind) {
+std::string Directive(Reader& in, char kind) {
     static char const kFlags[] = "-+ #0";
-    std::string spec = "%";
+    std::string directive = "%";
     uint8_t flags = in.Byte();
     for (int i = 0; i < 5; ++i)
         if (flags & (1 << i))
-            spec += kFlags[i];
+            directive += kFlags[i];
     if (flags & 0x20)
-        spec += std::to_string(in.Byte() % 40);
+        directive += std::to_string(in.Byte() % 40);
     if (flags & 0x40)
-        spec += "." + std::to_string(in.Byte() % 40);
+        directive += "." + std::to_string(in.Byte() % 40);
     if (kind == 'i' && (flags & 0x80))
-        spec += (in.Byte() & 1) ? "I64" : "l";
+        directive += (in.Byte() & 1) ? "I64" : "l";
     else if (kind == 'i' && (in.Byte() & 3) == 1)
-        spec += "h";
-    return spec;
+        directive += "h";
+    return directive;
 }
 
 void One(CString& out, Reader& in) {
@@ -55,34 +55,34 @@ void One(CString& out, Reader& in) {
     uint8_t pick = in.Byte();
     switch (pick % 5) {
     case 0: {
-        std::string spec = Spec(in, 'i');
-        spec += kInts[in.Byte() % 6];
+        std::string directive = Directive(in, 'i');
+        directive += kInts[in.Byte() % 6];
         uint64_t v = in.Wide();
-        if (spec.find("I64") != std::string::npos)
-            out.AppendFormat(spec.c_str(), static_cast<long long>(v));
+        if (directive.find("I64") != std::string::npos)
+            out.AppendFormat(directive.c_str(), static_cast<long long>(v));
         else
-            out.AppendFormat(spec.c_str(), static_cast<int32_t>(v));
+            out.AppendFormat(directive.c_str(), static_cast<int32_t>(v));
         break;
     }
     case 1: {
-        std::string spec = Spec(in, 'r') + kReals[in.Byte() % 5];
+        std::string directive = Directive(in, 'r') + kReals[in.Byte() % 5];
         double d;
         uint64_t bits = in.Wide();
         std::memcpy(&d, &bits, sizeof d);  // any double: NaNs, infinities, denormals
-        out.AppendFormat(spec.c_str(), d);
+        out.AppendFormat(directive.c_str(), d);
         break;
     }
     case 2: {
-        std::string spec = Spec(in, 's') + "s";
+        std::string directive = Directive(in, 's') + "s";
         char text[32] = {};
         for (size_t i = 0; i + 1 < sizeof text && in.size > 0; ++i)
             if ((text[i] = static_cast<char>(in.Byte())) == 0)
                 break;
-        out.AppendFormat(spec.c_str(), (pick & 0x80) ? text : nullptr);
+        out.AppendFormat(directive.c_str(), (pick & 0x80) ? text : nullptr);
         break;
     }
     case 3:
-        out.AppendFormat((Spec(in, 'c') + "c").c_str(), static_cast<int>(in.Byte()));
+        out.AppendFormat((Directive(in, 'c') + "c").c_str(), static_cast<int>(in.Byte()));
         break;
     default:
         out.Format("%s%%", out.Left(in.Byte()).GetString());
