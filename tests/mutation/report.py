@@ -31,7 +31,7 @@ def write_report(path, args, sites, results, equivalent, explained, root, timing
         elif outcome == "survived":
             survivors.append(site)
         tally[outcome] += 1
-    caught = tally["caught"] + tally["timeout"]
+    caught = tally["caught"] + tally["timeout"] + tally["sanitizer"]
     judged = caught + tally["survived"]
     score = 100.0 * caught / judged if judged else 0.0
     seconds = [s for _, o, s in results if o != "compile-error"]
@@ -49,13 +49,14 @@ def write_report(path, args, sites, results, equivalent, explained, root, timing
         f"| Sample | {len(results)} |",
         f"| Caught (tests failed or crashed) | {tally['caught']} |",
         f"| Caught (hang, time limit {timing['limit']:.0f} s) | {tally['timeout']} |",
+        f"| Caught only by the sanitiser build (address, undefined behaviour, leaks) | {tally['sanitizer']} |",
         f"| Survived | {tally['survived']} |",
         f"| Equivalent (listed in equivalent.txt) | {tally['equivalent']} |",
         f"| Did not compile | {tally['compile-error']} |",
         f"| **Score: caught / (caught + survived)** | **{score:.1f} %** |",
         f"| Survivors explained in explained.txt | {sum(s.key in explained for s in survivors)} of {len(survivors)} |",
         "",
-        f"Unit tests alone: {timing['baseline']:.1f} s. Mean time per compiled mutant (rebuild + tests): "
+        f"Unit tests alone: {timing['baseline']:.1f} s. Mean time per compiled mutant (rebuild + tests, both passes): "
         f"{per_mutant:.1f} s. Wall time for the run: {timing['wall'] / 60:.1f} min.",
         "",
         "Non-blank lines (`tests/mutation/count`):",
