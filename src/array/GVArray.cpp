@@ -80,18 +80,19 @@ void CGVArray::CopyFrom(CGVArray const& other) {
 }
 
 void CGVArray::mInit(int32_t elementSize, int16_t growStep) {
-    FreeBlock();
+    // The new block first: when it cannot be had, the array is left as it was.
+    int64_t bytes = BlockBytes(elementSize, growStep);
+    char* block = nullptr;
+    if (bytes > 0) {
+        block = static_cast<char*>(gvplatform::detail::MemCalloc(static_cast<size_t>(bytes), 1));
+        if (block == nullptr)
+            AfxThrowMemoryException();
+    }
+    AdoptBlock(block, growStep);
     m_elementSize = elementSize;
     m_growStep = growStep;
     m_itemCount = 0;
     m_allocatedSlots = growStep;
-    int64_t bytes = BlockBytes(elementSize, growStep);
-    if (bytes > 0) {
-        m_elements = static_cast<char*>(gvplatform::detail::MemCalloc(static_cast<size_t>(bytes), 1));
-        if (m_elements == nullptr)
-            AfxThrowMemoryException();
-        m_blockSlots = growStep;
-    }
 }
 
 void CGVArray::mClear() { mInit(m_elementSize, m_growStep); }
@@ -124,9 +125,9 @@ void* CGVArray::mItemPtr(int32_t index) const {
 }
 
 void CGVArray::mResize(int32_t slots) {
-    m_allocatedSlots = slots;
     int64_t keep = std::max<int64_t>(slots, m_itemCount);
-    EnsureBlock(keep);
+    EnsureBlock(keep);  // may throw: the reported slots change only once the room is there
+    m_allocatedSlots = slots;
     // Give memory back once the hidden room is far beyond what is reported.
     if (m_elements != nullptr && m_blockSlots > 4 * keep && m_blockSlots > 256 && keep > 0) {
         auto* block = static_cast<char*>(gvplatform::detail::MemRealloc(m_elements, static_cast<size_t>(keep * m_elementSize)));
