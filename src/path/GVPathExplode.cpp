@@ -64,7 +64,8 @@ bool ImplodeInOneBlock(CStringT<char>& path, char const* volume, int count, Part
     }
     CStringT<char> out;
     char* text = out.GetBuffer(static_cast<int>(bound));
-    std::memcpy(text, volume, head);
+    if (head > 0)
+        std::memcpy(text, volume, head);
     size_t n = head;
     char joint = CGVPath::CHAR_PATH_DELIMITER;  // the delimiter nearest the end so far
     auto note = [&joint](char const* from, size_t size) {
