@@ -23,7 +23,9 @@ void* CGVObject::operator new(std::size_t size) {
     return block;
 }
 
-void CGVObject::operator delete(void* block) noexcept { gvplatform::detail::MemFree(block); }
+void CGVObject::operator delete(void* block, std::size_t size) noexcept {
+    gvplatform::detail::MemFreeSized(block, size ? size : 1);
+}
 
 CGVObject& CGVObject::operator=(CGVObject const&) {
     // Hosts catch this as a plain character pointer.

@@ -149,11 +149,14 @@ int CGVPath::MakeLegalName(char const* directory) {
 }
 
 int CGVPath::MakeLegalPath() {
-    gvpath::detail::KeepTextOnFailure keep(*this);
-    CStringT<char>::TrimRight();
+    // The work is done on a trimmed copy (shared until the trim changes it)
+    // and the join replaces this path's text only at the end, whole or not at
+    // all: a failed allocation leaves the path as it was without a kept copy.
+    CGVPath trimmed(*this);
+    trimmed.CStringT<char>::TrimRight();
     CGVPath volume;
     CGVStringArray parts;
-    Explode(volume, parts);
+    trimmed.Explode(volume, parts);
     uint32_t maxComponent = volume.GetVolumeMaxComponent();
     uint32_t maxExtension = MaxExtensionFor(maxComponent);
     CGVString bad = GetBadNameCharacters(maxComponent > 12);

@@ -43,14 +43,20 @@ int SafeLength(const char* psz) {
 
 bool IsNil(Data* p) noexcept { return p == &g_nil.header; }
 
-Data* Allocate(int nLength) {
+// The capacity for nLength characters, rounded up to a multiple of 8 as the
+// framework's allocator did.
+int Capacity(int nLength) {
     if (nLength < 0 || nLength > kMaxLength)
         AfxThrowMemoryException();
-    // Round the capacity up to a multiple of 8 as the framework's allocator did.
     int nAlloc = (nLength + 8) & ~7;
-    if (nAlloc > kMaxLength)
-        nAlloc = kMaxLength;
-    void* block = gvplatform::detail::MemAlloc(sizeof(Data) + static_cast<size_t>(nAlloc) + 1);
+    return nAlloc > kMaxLength ? kMaxLength : nAlloc;
+}
+
+size_t BlockBytes(int nAlloc) { return sizeof(Data) + static_cast<size_t>(nAlloc) + 1; }
+
+Data* Allocate(int nLength) {
+    const int nAlloc = Capacity(nLength);
+    void* block = gvplatform::detail::MemAlloc(BlockBytes(nAlloc));
     if (block == nullptr)
         AfxThrowMemoryException();
     Data* p = static_cast<Data*>(block);
@@ -63,7 +69,7 @@ Data* Allocate(int nLength) {
 
 void Free(Data* p) noexcept {
     if (!IsNil(p))
-        gvplatform::detail::MemFree(p);
+        gvplatform::detail::MemFreeSized(p, BlockBytes(p->nAllocLength));
 }
 
 }  // namespace
@@ -211,13 +217,15 @@ void CStringT<char>::Reallocate(int nLength) {
     Data* pOld = GetData();
     if (nLength <= pOld->nAllocLength)
         return;
-    bool locked = pOld->nRefs.load() == kLocked;
-    Data* pNew = Allocate(nLength);
-    std::memcpy(pNew->data(), pOld->data(), static_cast<size_t>(pOld->nDataLength) + 1);
-    pNew->nDataLength = pOld->nDataLength;
-    if (locked)
-        pNew->nRefs.store(kLocked);
-    Free(pOld);
+    // The block is this string's alone (PrepareWrite forks a shared one), so it
+    // grows in place where the heap has room behind it; a failed realloc leaves
+    // it whole, and with it the string. Header, text and lock state move along.
+    const int nAlloc = Capacity(nLength);
+    void* block = gvplatform::detail::MemRealloc(pOld, BlockBytes(nAlloc));
+    if (block == nullptr)
+        AfxThrowMemoryException();
+    Data* pNew = static_cast<Data*>(block);
+    pNew->nAllocLength = nAlloc;
     Attach(pNew);
 }
 

@@ -2,6 +2,8 @@
 // can close on a chosen call.
 #include "gvlib/platform/allocator.h"
 
+#include <malloc.h>
+
 #include <cstdlib>
 
 #ifdef GVLIB_FAULT_INJECTION
@@ -47,18 +49,167 @@ constexpr bool AllocationFails() noexcept { return false; }
 }  // namespace
 #endif
 
+namespace {
+
+// Two kinds of block dominate the library's traffic: small ones (value
+// objects, short texts), made and freed in pairs by every operator that
+// returns a new object, and texts of about a kilobyte, which with their header
+// and terminator land just past the 1032 bytes that glibc's own per-thread
+// cache keeps; a bigger block goes back to the arena on every free and is
+// searched for again on the next request, which costs several times the copy
+// of a kilobyte. Blocks whose owner tells their size on freeing (MemFreeSized)
+// are kept per thread for the next request of their class: small requests are
+// rounded up to their class so that every block of a class serves every
+// request of it; the kilobyte blocks are classed by their usable size.
+// The sanitisers keep their own account of every block, so with them each
+// allocation reaches the C library unrounded.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kCaching = false;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
+constexpr bool kCaching = false;
+#else
+constexpr bool kCaching = true;
+#endif
+#else
+constexpr bool kCaching = true;
+#endif
+
+// Small classes match glibc's chunk sizes (usable 24, 40, 56 and 72 bytes), so
+// rounding a request up to its class costs no memory there.
+constexpr std::size_t kSmallFirst = 24;
+constexpr std::size_t kSmallStep = 16;
+constexpr std::size_t kSmallClasses = 4;
+constexpr std::size_t kSmallMax = kSmallFirst + kSmallStep * (kSmallClasses - 1);
+constexpr std::size_t kSmallDepth = 32;
+
+constexpr std::size_t kFirstUsable = 1048;  // glibc's own cache stops below this
+constexpr std::size_t kLargeStep = 16;
+constexpr std::size_t kLargeClasses = 192;  // usable sizes up to 4104 bytes
+constexpr std::size_t kLargeDepth = 2;
+
+struct BlockCache {
+    void* small[kSmallClasses][kSmallDepth];
+    void* large[kLargeClasses][kLargeDepth];
+    unsigned char smallCount[kSmallClasses];
+    unsigned char largeCount[kLargeClasses];
+};
+
+// The cache itself is a plain pointer in static TLS: one load per call, where
+// a general dynamic variable would cost a call. A thread's cache is made on
+// its first eligible free and emptied when the thread ends; frees that come
+// after that (other thread-local or static destructors) go straight through.
+thread_local BlockCache* t_cache __attribute__((tls_model("initial-exec"))) = nullptr;
+thread_local bool t_closed __attribute__((tls_model("initial-exec"))) = false;
+
+struct CacheOwner {
+    ~CacheOwner() {
+        BlockCache* cache = t_cache;
+        t_cache = nullptr;
+        t_closed = true;
+        if (cache == nullptr)
+            return;
+        for (std::size_t c = 0; c < kSmallClasses; ++c)
+            for (std::size_t i = 0; i < cache->smallCount[c]; ++i)
+                std::free(cache->small[c][i]);
+        for (std::size_t c = 0; c < kLargeClasses; ++c)
+            for (std::size_t i = 0; i < cache->largeCount[c]; ++i)
+                std::free(cache->large[c][i]);
+        std::free(cache);
+    }
+};
+thread_local CacheOwner t_owner;
+
+BlockCache* Cache() noexcept {
+    if (t_cache != nullptr || t_closed)
+        return t_cache;
+    (void)&t_owner;  // the first use registers the thread-exit cleanup
+    t_cache = static_cast<BlockCache*>(std::calloc(1, sizeof(BlockCache)));
+    return t_cache;
+}
+
+bool IsSmall(std::size_t bytes) noexcept { return kCaching && bytes != 0 && bytes <= kSmallMax; }
+std::size_t SmallClass(std::size_t bytes) noexcept {
+    return bytes <= kSmallFirst ? 0 : (bytes - kSmallFirst + kSmallStep - 1) / kSmallStep;
+}
+std::size_t ClassBytes(std::size_t c) noexcept { return kSmallFirst + c * kSmallStep; }
+std::size_t Rounded(std::size_t bytes) noexcept { return IsSmall(bytes) ? ClassBytes(SmallClass(bytes)) : bytes; }
+
+void* TakeSmall(std::size_t bytes) noexcept {
+    BlockCache* cache = t_cache;
+    const std::size_t c = SmallClass(bytes);
+    if (cache != nullptr && cache->smallCount[c] != 0)
+        return cache->small[c][--cache->smallCount[c]];
+    return std::malloc(ClassBytes(c));
+}
+
+bool KeepSmall(void* block, std::size_t bytes) noexcept {
+    BlockCache* cache = Cache();
+    const std::size_t c = SmallClass(bytes);
+    if (cache == nullptr || cache->smallCount[c] == kSmallDepth)
+        return false;
+    cache->small[c][cache->smallCount[c]++] = block;
+    return true;
+}
+
+// A request of `bytes` is served from the class whose blocks have at least that much room.
+void* TakeLarge(std::size_t bytes) noexcept {
+    if (!kCaching || bytes <= kFirstUsable - kLargeStep)
+        return nullptr;
+    BlockCache* cache = t_cache;
+    if (cache == nullptr)
+        return nullptr;
+    const std::size_t c = bytes <= kFirstUsable ? 0 : (bytes - kFirstUsable + kLargeStep - 1) / kLargeStep;
+    if (c >= kLargeClasses || cache->largeCount[c] == 0)
+        return nullptr;
+    return cache->large[c][--cache->largeCount[c]];
+}
+
+// A freed block joins the class its usable size fully covers.
+bool KeepLarge(void* block, std::size_t bytes) noexcept {
+    if (!kCaching || bytes <= kFirstUsable - kLargeStep)
+        return false;
+    const std::size_t usable = malloc_usable_size(block);
+    if (usable < kFirstUsable)
+        return false;
+    const std::size_t c = (usable - kFirstUsable) / kLargeStep;
+    BlockCache* cache = c < kLargeClasses ? Cache() : nullptr;
+    if (cache == nullptr || cache->largeCount[c] == kLargeDepth)
+        return false;
+    cache->large[c][cache->largeCount[c]++] = block;
+    return true;
+}
+
+}  // namespace
+
 namespace gvplatform::detail {
 
-void* MemAlloc(std::size_t bytes) noexcept { return AllocationFails() ? nullptr : std::malloc(bytes); }
+void* MemAlloc(std::size_t bytes) noexcept {
+    if (AllocationFails())
+        return nullptr;
+    if (IsSmall(bytes))
+        return TakeSmall(bytes);
+    if (void* block = TakeLarge(bytes))
+        return block;
+    return std::malloc(bytes);
+}
 
 void* MemCalloc(std::size_t count, std::size_t size) noexcept {
     return AllocationFails() ? nullptr : std::calloc(count, size);
 }
 
 void* MemRealloc(void* block, std::size_t bytes) noexcept {
-    return AllocationFails() ? nullptr : std::realloc(block, bytes);
+    return AllocationFails() ? nullptr : std::realloc(block, Rounded(bytes));
 }
 
 void MemFree(void* block) noexcept { std::free(block); }
+
+void MemFreeSized(void* block, std::size_t bytes) noexcept {
+    if (block == nullptr)
+        return;
+    if (IsSmall(bytes) ? KeepSmall(block, bytes) : KeepLarge(block, bytes))
+        return;
+    std::free(block);
+}
 
 }  // namespace gvplatform::detail

@@ -160,12 +160,16 @@ TimeState& State() {
 const std::tm* Local(TimeState& state, __time32_t t) {
     if (auto* e = state.local.Find(t))
         return &e->fields;
-    std::tm fields;
+    // Converted straight into the slot that remembers it; the slot counts only
+    // once the conversion has succeeded.
+    auto& slot = state.local.Slot();
+    slot.used = false;
     const std::time_t value = t;
-    if (localtime_r(&value, &fields) == nullptr)
+    if (localtime_r(&value, &slot.fields) == nullptr)
         return nullptr;
-    state.RememberLocal(t, fields);
-    return &state.local.entries[state.local.last].fields;
+    slot.key = t;
+    slot.used = true;
+    return &slot.fields;
 }
 
 }  // namespace

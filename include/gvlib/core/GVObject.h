@@ -47,7 +47,8 @@ public:
     /// Value objects on the heap: a failed allocation raises CMemoryException,
     /// as the framework's allocator did, instead of std::bad_alloc.
     static void* operator new(std::size_t size);
-    static void operator delete(void* block) noexcept;
+    /// Sized, so that the allocator can keep the block for the next object of its size.
+    static void operator delete(void* block, std::size_t size) noexcept;
     // Declaring the forms above hides the placement form; keep it available.
     static void* operator new(std::size_t, void* where) noexcept { return where; }
     static void operator delete(void*, void*) noexcept {}

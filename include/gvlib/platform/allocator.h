@@ -16,5 +16,9 @@ GVLIB_API void* MemCalloc(std::size_t count, std::size_t size) noexcept;
 GVLIB_API void* MemRealloc(void* block, std::size_t bytes) noexcept;
 /// free's contract: null is allowed.
 GVLIB_API void MemFree(void* block) noexcept;
+/// free's contract for a block last sized to `bytes` by MemAlloc or MemRealloc
+/// (`bytes` exactly as asked for then): the size lets the allocator keep blocks
+/// of the sizes it caches for the thread's next request.
+GVLIB_API void MemFreeSized(void* block, std::size_t bytes) noexcept;
 
 }  // namespace gvplatform::detail
