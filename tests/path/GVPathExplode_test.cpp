@@ -1,15 +1,12 @@
 // CGVPath: Explode and Implode over the string array.
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 #include "gvlib/array/GVStringArray.h"
-#include "gvlib/path/GVPath.h"
+#include "path/path_test_access.h"
 
 namespace {
-
-std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 std::vector<std::string> Items(CGVStringArray const& array) {
     std::vector<std::string> items;
@@ -27,7 +24,7 @@ std::vector<std::string> Items(CGVStringArray const& array) {
 // normalised to the kind AppendPath picks, and the normalised form explodes
 // into the same pieces again.
 TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
-    struct Row { const char* text; const char* volume; std::vector<std::string> parts; const char* imploded; };
+    struct Row { std::string text; const char* volume; std::vector<std::string> parts; const char* imploded; };
     const Row rows[] = {
         {"", "", {}, ""},
         {"C:", "C:", {}, "C:"},
@@ -41,14 +38,16 @@ TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
         {"\xE4/\xFF", "", {"\xE4", "\xFF"}, "\xE4\\\xFF"},
         {"\\/\\", "", {}, ""},
         {"a", "", {"a"}, "a"},
+        {std::string("ab\0c\\d", 6), "", {"ab", "d"}, "ab\\d"},  // a piece ends at a NUL inside it
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        CGVPath volume("stale"), joined("old"), again;
+        SCOPED_TRACE(testing::PrintToString(row.text));
+        CGVPath path, volume("stale"), joined("old"), again;
+        path.SetString(row.text.data(), static_cast<int>(row.text.size()));
         CGVStringArray parts, againParts;
         CGVString stale("stale");
         parts.mAdd(&stale);
-        CGVPath(row.text).Explode(volume, parts);
+        path.Explode(volume, parts);
         EXPECT_EQ(row.volume, Text(volume));
         EXPECT_EQ(row.parts, Items(parts));
         joined.Implode(volume, parts);
@@ -65,7 +64,7 @@ TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
     for (CGVString& item : items)
         parts.mAdd(&item);
     for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"}) {
-        CGVPath path;
+        CGVPath path("old");
         path.Implode(volume, parts);
         EXPECT_STREQ(volume && *volume ? "x:/a/b" : "a\\b", path);
     }

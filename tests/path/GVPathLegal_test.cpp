@@ -10,7 +10,6 @@
 
 namespace {
 
-std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 using CGVPathLegal = VolumeFixture;
 

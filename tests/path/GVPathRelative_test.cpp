@@ -3,12 +3,11 @@
 
 #include <string>
 
-#include "gvlib/path/GVPath.h"
+#include "path/path_test_access.h"
 #include "gvlib/platform/volumes.h"
 
 namespace {
 
-std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 struct Row {
     const char *target, *base;

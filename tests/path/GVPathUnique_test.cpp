@@ -15,7 +15,6 @@
 
 namespace {
 
-std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 CGVStringArray List(std::vector<const char*> const& names) {
     CGVStringArray list;

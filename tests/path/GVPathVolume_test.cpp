@@ -11,7 +11,6 @@
 
 namespace {
 
-std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 class CGVPathVolume : public VolumeFixture {
 protected:

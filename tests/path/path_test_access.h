@@ -1,8 +1,21 @@
-// The private members of CGVPath, reached by the path tests through the friend
-// declaration the class grants them.
+// What the path tests share: the private members of CGVPath, reached through the
+// friend declaration the class grants them, and the text of a path as bytes.
 #pragma once
 
+#include <string>
+
 #include "gvlib/path/GVPath.h"
+
+inline std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
+
+// The text of `text` after `edit`.
+template <typename Edit>
+std::string After(std::string const& text, Edit edit) {
+    CGVPath path;
+    path.SetString(text.data(), static_cast<int>(text.size()));
+    edit(path);
+    return Text(path);
+}
 
 struct GVPathTestAccess {
     static int FindLastPathDelimiter(CGVPath const& p) { return p.FindLastPathDelimiter(); }
