@@ -3,11 +3,8 @@
 // example tables miss; the checks here are the few that hold for any text.
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <string>
 #include <vector>
 
-#include "gvlib/path/GVPath.h"
 #include "path/path_test_access.h"
 
 namespace {
@@ -64,6 +61,11 @@ void EveryMember(CGVPath& path) {
     path.GetLegalURLCharacters(), path.IsLegalURL(nullptr), path.GetURLScheme(), path.GetURLHost();
     path.GetURLName(), path.GetURLDirectory(), path.CreateFileScheme(), path.FormatFilePathDelimiters();
     path.CompareURL(path), path.CompareURL(nullptr), path.CompareURL("http://C:\\");
+    for (char const* base : {"C:\\", "\\\\s\\x\\", path.GetString()}) {
+        // Nothing of the target's text is lost or invented beyond the steps up.
+        ASSERT_LE(path.GetRelativePath(base).GetLength(), n + 3 * (n + 4));
+        ASSERT_EQ(-1, path.GetUrlRelativePath(base).Find('\\'));
+    }
     for (int i : {Access::FindLastPathDelimiter(path), Access::FindPathDelimiter(path), Access::FindWhitespace(path),
                   Access::FindLastTypeDelimiter(path), Access::FindURLSchemeDelimiter(path)}) {
         ASSERT_GE(i, -1);
@@ -102,7 +104,8 @@ void EveryMember(CGVPath& path) {
 }  // namespace
 
 TEST(CGVPathBounds, EveryMemberOverGeneratedTexts) {
-    std::vector<std::string> texts = {"", "C:", "C:x", "\\\\server\\share", "\\\\", "//", "\"", ":", ".", "\xFF"};
+    std::vector<std::string> texts = {"", "C:", "C:x", "\\\\server\\share", "\\\\", "//", "\"", ":", ".", "\xFF",
+                                      "C:\\..\\..", "C:\\a b\\ c", "\\\\\\", "c:\\A/\\b"};
     uint32_t state = 7;
     for (int i = 0; i < 3000; ++i)
         texts.push_back(Generated(state, i));

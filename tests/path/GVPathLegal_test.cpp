@@ -2,21 +2,12 @@
 // long-name drive L: and a short-name drive S: (12-character components).
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "gvlib/path/GVPath.h"
 #include "path/path_test_access.h"
 #include "path/volume_fixture.h"
 
-namespace {
-
-
 using CGVPathLegal = VolumeFixture;
 
-const std::string kPath260 = "L:\\" + std::string(257, 'a');
-const std::string kPath261 = kPath260 + "a";
-
-}  // namespace
+static const std::string kPath260 = "L:\\" + std::string(257, 'a'), kPath261 = kPath260 + "a";
 
 TEST_F(CGVPathLegal, IsLegalByItsRules) {
     struct Row { std::string path; const char* volume; int legal; } const rows[] = {
