@@ -85,7 +85,7 @@ TEST(CGVPathComponents, EditsAndJoints) {
         {"C:\\dir", [](CGVPath& p) { p.AppendPath(7199, '\0', 0); }, "C:\\dir\\"},
         // A tail taken from the path itself is read before the path is cut.
         {"a\\", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }, "a\\a\\"},
-        {"/a", [](CGVPath& p) { p.AppendPath(p.GetString() + 1, '\0', 0); }, "/a/a"},
+        {"ab\\/", [](CGVPath& p) { p.AppendPath(p.GetString() + 1, '\0', 0); }, "ab/b\\/"},
     };
     for (const Edit& row : rows) {
         SCOPED_TRACE(row.path);

@@ -4,17 +4,14 @@
 
 #include <unistd.h>
 
-#include <string>
 #include <vector>
 
 #include "gvlib/array/GVStringArray.h"
-#include "gvlib/path/GVPath.h"
 #include "gvlib/platform/gvplatform.h"
 #include "path/path_test_access.h"
 #include "path/volume_fixture.h"
 
 namespace {
-
 
 CGVStringArray List(std::vector<const char*> const& names) {
     CGVStringArray list;
@@ -27,6 +24,8 @@ CGVStringArray List(std::vector<const char*> const& names) {
 
 // String-table ids of the patterns the tests install.
 enum : uint32_t { kFirst = 9101, kNumbered = 9102, kMissing = 9199 };
+
+using Result = std::pair<int, std::string>;
 
 class CGVPathUnique : public VolumeFixture {
 protected:
@@ -47,17 +46,15 @@ protected:
     }
 
     // MakeUnique of `name` in `directory`: the result and the name left.
-    static std::pair<int, std::string> Unique(const char* name, const char* directory, int first = 0,
-                                              int numbered = 0, CGVStringArray const* taken = nullptr,
-                                              CGVStringArray const* reusable = nullptr, bool legalURL = false) {
+    static Result Unique(const char* name, const char* directory, int first = 0, int numbered = 0,
+                         CGVStringArray const* taken = nullptr, CGVStringArray const* reusable = nullptr,
+                         bool legalURL = false) {
         CGVPath path(name);
         int result = legalURL ? path.MakeUniqueLegalURL(directory, first, numbered, taken, reusable)
                               : path.MakeUnique(directory, first, numbered, taken, reusable);
         return {result, Text(path)};
     }
 };
-
-using Result = std::pair<int, std::string>;
 
 }  // namespace
 
@@ -88,12 +85,7 @@ TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
     ASSERT_EQ(0, symlink("nowhere", Host("long/many/\xC3\xA4rende (8).txt").c_str()));
     CGVStringArray taken = List({"\xC4RENDE (8).TXT"});
     CGVStringArray reusable = List({"\xC4RENDE (6).TXT"});
-    struct Row {
-        const char* name;
-        CGVStringArray const* taken;
-        CGVStringArray const* reusable;
-        const char* expected;
-    } rows[] = {
+    struct Row { const char* name; CGVStringArray const *taken, *reusable; const char* expected; } const rows[] = {
         {"\xC4RENDE.TXT", nullptr, nullptr, "\xC4RENDE (8).TXT"},
         {"\xE4rende.txt", nullptr, nullptr, "\xE4rende (8).txt"},
         {"\xC4RENDE.TXT", &taken, nullptr, "\xC4RENDE (9).TXT"},
@@ -107,6 +99,16 @@ TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
         SCOPED_TRACE(n);
         EXPECT_EQ(n == 8 ? 1 : 0, CGVPath(("\xE4RENDE (" + std::to_string(n) + ").txt").c_str()).IsUnique("L:\\many"));
     }
+}
+
+// Past the folder's listing, the status query still decides for a full path of
+// 260 characters, which it never finds.
+TEST_F(CGVPathUnique, NamesTheListingCannotAnswer) {
+    const std::string base(243, 'b');
+    MakeDir("long/many");
+    for (int n = 1; n <= 10; ++n)
+        Touch("long/many/" + base + (n == 1 ? "" : " (" + std::to_string(n) + ")") + ".txt");
+    EXPECT_EQ(Result(1, base + " (10).txt"), Unique((base + ".txt").c_str(), "L:\\many"));
 }
 
 TEST_F(CGVPathUnique, TakenAndReusableNames) {
@@ -127,12 +129,7 @@ TEST_F(CGVPathUnique, TakenAndReusableNames) {
 }
 
 TEST_F(CGVPathUnique, PatternsFromTheStringTable) {
-    struct Row {
-        const char* first;     // null: no entry
-        const char* numbered;  // null: no entry
-        const char* name;
-        int result;
-    } rows[] = {
+    struct Row { const char *first, *numbered, *name; int result; } const rows[] = {  // null: no entry
         {"Copy of %s", nullptr, "Copy of report.txt", 1},
         {"", nullptr, "report (3).txt", 1},  // an empty first pattern is skipped
         {"report", nullptr, "report (3).txt", 1},  // a first pattern that names a file that exists
@@ -187,6 +184,7 @@ TEST_F(CGVPathUnique, IsUniqueLooksAtTheNameWhereAsked) {
     ASSERT_TRUE(SetCurrentDirectoryA("L:\\dir"));
     EXPECT_EQ(0, CGVPath("report.txt").IsUnique(nullptr));
     EXPECT_EQ(1, CGVPath("other.txt").IsUnique(nullptr));
+    EXPECT_EQ(Result(1, "L:\\dir\\other.txt"), Unique("other.txt", nullptr));
     CGVPath relative("report.txt");
     EXPECT_EQ(1, relative.MakeUnique(0, 0, nullptr, nullptr));
     EXPECT_EQ("L:\\dir\\report (3).txt", Text(relative));
