@@ -26,6 +26,7 @@ const Row kRows[] = {
     {"news", 0, "", -1, "news", "news", 1, "news"},
     {"HTTP://Host", 1, "http", 4, "Host", "Host", 1, "HTTP://Host"},
     {"dir/a:b", 1, "dir/a", -1, "dir/a:b", "dir", 1, "dir/a:b"},
+    {"/ab:c", 1, "/ab", -1, "/ab:c", "/ab:c", 1, "/ab:c"},
     {"mailto:x", 1, "mailto", 6, "x", "x", 1, "mailto:x"},
     {"//host/x", 0, "", -1, "host/x", "host", 1, "//host/x"},
     {"http://", 1, "http", 4, "", "", 1, "http://"},
