@@ -1,16 +1,29 @@
-// CGVString: element access, operators, substrings, value slots, conversions.
+// CGVString: element access, operators, substrings, value slots, conversions,
+// comparison under the collation locale, text stream and archive forms.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "gvlib/core/GVLong.h"
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
 #include "gvlib/platform/afxexcept.h"
 #include "gvlib/string/GVString.h"
+#include "support/archive_bytes.h"
+
+namespace {
+
+class Other : public CGVObject {};
+class Derived : public CGVString {
+public:
+    using CGVString::CGVString;
+};
+
+}  // namespace
 
 TEST(CGVString, ElementAccessPastTheEndAnswersNul) {
     CGVString s("abc");
@@ -26,28 +39,21 @@ TEST(CGVString, ElementAccessPastTheEndAnswersNul) {
 
 TEST(CGVString, AllThirtyComparisonOperatorsFollowCompare) {
     const char* texts[] = {"", "a", "abc", "abd", "B", "\xE4"};
-    for (const char* l : texts) {
+    for (const char* l : texts)
         for (const char* r : texts) {
             SCOPED_TRACE(std::string(l) + " vs " + r);
             CGVString ls(l), rs(r);
             const CGVString& cls = ls;
-            int c = ls.Compare(r);
+            int c = ls.Compare(r), rc = rs.Compare(l);
             std::vector<int> want = {c == 0, c != 0, c < 0, c > 0, c <= 0, c >= 0};
-            std::vector<int> members = {ls == rs, ls != rs, ls < rs, ls > rs, ls <= rs, ls >= rs};
-            std::vector<int> memberText = {ls == r, ls != r, ls < r, ls > r, ls <= r, ls >= r};
-            std::vector<int> freeBoth = {cls == rs, cls != rs, cls < rs, cls > rs, cls <= rs, cls >= rs};
-            std::vector<int> freeText = {cls == r, cls != r, cls < r, cls > r, cls <= r, cls >= r};
+            EXPECT_EQ(want, (std::vector<int>{ls == rs, ls != rs, ls < rs, ls > rs, ls <= rs, ls >= rs}));
+            EXPECT_EQ(want, (std::vector<int>{ls == r, ls != r, ls < r, ls > r, ls <= r, ls >= r}));
+            EXPECT_EQ(want, (std::vector<int>{cls == rs, cls != rs, cls < rs, cls > rs, cls <= rs, cls >= rs}));
+            EXPECT_EQ(want, (std::vector<int>{cls == r, cls != r, cls < r, cls > r, cls <= r, cls >= r}));
             // With the text on the left the sense is reversed: "l < s" is "s > l".
-            std::vector<int> textLeft = {l == rs, l != rs, l < rs, l > rs, l <= rs, l >= rs};
-            int rc = rs.Compare(l);
-            std::vector<int> wantLeft = {rc == 0, rc != 0, rc > 0, rc < 0, rc >= 0, rc <= 0};
-            EXPECT_EQ(want, members);
-            EXPECT_EQ(want, memberText);
-            EXPECT_EQ(want, freeBoth);
-            EXPECT_EQ(want, freeText);
-            EXPECT_EQ(wantLeft, textLeft);
+            EXPECT_EQ((std::vector<int>{rc == 0, rc != 0, rc > 0, rc < 0, rc >= 0, rc <= 0}),
+                      (std::vector<int>{l == rs, l != rs, l < rs, l > rs, l <= rs, l >= rs}));
         }
-    }
 }
 
 // Substrings clamp like the platform's and, with concatenations, stop at the first NUL.
@@ -73,7 +79,7 @@ TEST(CGVString, ValueSlots) {
     EXPECT_STREQ("text", dynamic_cast<CGVString&>(*copy));
     EXPECT_STREQ("", dynamic_cast<CGVString&>(*fresh));
     CGVObject& root = *fresh;
-    root = CGVLong(5);  // another class leaves the text alone
+    root = Other();  // another class leaves the text alone
     EXPECT_STREQ("", dynamic_cast<CGVString&>(*fresh));
     root = s;
     EXPECT_STREQ("text", dynamic_cast<CGVString&>(*fresh));
@@ -126,4 +132,76 @@ TEST(CGVString, ConversionFromOleVariants) {
     EXPECT_EQ(static_cast<UINT>(s.GetLength()), SysStringByteLen(v.bstrVal));
     back.mConvertFromOleVariant(v);
     EXPECT_STREQ(s, back);
+}
+
+// mCompare is the platform comparison under gvSortLCID, minus 2; the rules
+// themselves are the platform's and tested there. A derived string compares
+// as a string; any other class sorts first.
+TEST(CGVString, CompareUnderTheCollationLocale) {
+    struct Row { uint32_t lcid; const char *left, *right; int want; } const rows[] = {
+        {1033, "a", "B", -1},    {1033, "abc", "abc", 0}, {1033, "coop", "co-op", -1}, {1033, "\xE4", "z", -1},
+        {1053, "\xE4", "z", 1},  {1053, "vb", "wa", 1},   {1034, "cz", "ch", -1},      {3082, "cz", "ch", 1},
+        {0x9999, "a", "b", -2},
+    };
+    EXPECT_EQ(1033u, gvSortLCID);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::to_string(row.lcid) + ": " + row.left + " vs " + row.right);
+        GVSetSortLCID(row.lcid);
+        EXPECT_EQ(row.lcid, gvSortLCID);
+        CGVString l(row.left), r(row.right);
+        Derived d(row.right);
+        EXPECT_EQ(row.want, l.mCompare(&r));
+        EXPECT_EQ(row.want, l.mCompare(&d));
+        EXPECT_EQ(row.want == -2 ? -2 : -row.want, r.mCompare(&l));
+    }
+    GVSetSortLCID(1033);
+    CGVString a("a");
+    Other other;
+    EXPECT_EQ(-1, a.mCompare(&other));
+    EXPECT_EQ(-1, a.mCompare(nullptr));
+}
+
+// The body is counted, so any text comes back; a NUL ends it.
+TEST(CGVStringText, BodiesAreCountedSoAnyTextRoundTrips) {
+    const std::string texts[] = {"", "a b", " lead", "trail ", "line\nend\r\n", "42 is a number", "\xFF\x80", "T3 x",
+                                 std::string("ab\0cd", 5)};
+    for (const std::string& text : texts) {
+        SCOPED_TRACE(text);
+        std::ostringstream os;
+        CGVString s, back("old");
+        s.SetString(text.data(), static_cast<int>(text.size()));
+        os << s;
+        EXPECT_EQ("T" + std::to_string(strlen(text.c_str())) + " " + text.c_str() + " ", os.str());
+        std::istringstream is(os.str());
+        is >> back;
+        EXPECT_STREQ(text.c_str(), back);
+        EXPECT_TRUE(is.good());
+    }
+}
+
+// An announced body and its terminator must fit the memory budget beyond one
+// block header; an empty body costs nothing.
+TEST(CGVStringText, AnnouncedLengthAgainstTheBudget) {
+    struct Row { uint64_t budget; const char* form; bool fits; } const rows[] = {
+        {16, "T0  ", true}, {26, "T9 abcdefghi ", true}, {26, "T10 abcdefghij ", false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.form);
+        gvtest::LoadingPolicy policy(false, row.budget);
+        std::istringstream is(row.form);
+        CGVString s;
+        if (row.fits)
+            EXPECT_NO_THROW(is >> s);
+        else
+            EXPECT_THROW(is >> s, CMemoryException);
+    }
+}
+
+TEST(CGVStringArchive, FormKeepsEmbeddedNuls) {
+    CGVString s, back("old");
+    s.SetString("a\0b", 3);
+    std::vector<unsigned char> want = {0x03, 'a', 0x00, 'b'};
+    EXPECT_EQ(want, gvtest::Stored(s));
+    gvtest::Load(want, back);
+    ASSERT_EQ(3, back.GetLength());
+    EXPECT_EQ('b', back.GetAt(2));
 }
