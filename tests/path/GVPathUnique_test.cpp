@@ -1,5 +1,5 @@
-// CGVPath: free names by numbering, on the long-name drive L:, the short-name
-// drive S: and a drive M: of 64-character components (short scheme, long names).
+// CGVPath: free names by numbering, on the long-name drive L: and the short-name
+// drive S:.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -13,12 +13,10 @@
 
 namespace {
 
-CGVStringArray List(std::vector<const char*> const& names) {
+CGVStringArray List(std::vector<CGVString> names) {
     CGVStringArray list;
-    for (const char* name : names) {
-        CGVString item(name);
-        list.mAdd(&item);
-    }
+    for (CGVString& name : names)
+        list.mAdd(&name);
     return list;
 }
 
@@ -35,9 +33,8 @@ protected:
         MakeDir("short/dir");
         Touch("long/dir/report.txt");
         Touch("long/dir/report (2).txt");
-        Touch("short/dir/report.txt");
-        for (int n = 1; n <= 99; ++n)
-            Touch("short/dir/report" + std::to_string(n) + ".txt");
+        for (int n = 0; n <= 99; ++n)
+            Touch("short/dir/report" + (n ? std::to_string(n) : "") + ".txt");
     }
     void TearDown() override {
         gvplatform::SetStringResource(kFirst, nullptr);
@@ -131,14 +128,10 @@ TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
                              "\xC3\xA4rende (4).Txt", "\xC3\x84rende (5).txt", "\xC3\xA4rende (6).txt"})
         Touch(std::string("long/many/") + name);
     ASSERT_EQ(0, symlink("nowhere", Host("long/many/\xC3\xA4rende (8).txt").c_str()));
-    CGVStringArray taken = List({"\xC4RENDE (8).TXT"});
-    CGVStringArray reusable = List({"\xC4RENDE (6).TXT"});
+    CGVStringArray taken = List({"\xC4RENDE (8).TXT"}), reusable = List({"\xC4RENDE (6).TXT"});
     struct Row { const char* name; CGVStringArray const *taken, *reusable; const char* expected; } const rows[] = {
-        {"\xC4RENDE.TXT", nullptr, nullptr, "\xC4RENDE (8).TXT"},
-        {"\xE4rende.txt", nullptr, nullptr, "\xE4rende (8).txt"},
-        {"\xC4RENDE.TXT", &taken, nullptr, "\xC4RENDE (9).TXT"},
-        {"\xC4RENDE.TXT", nullptr, &reusable, "\xC4RENDE (6).TXT"},
-    };
+        {"\xC4RENDE.TXT", nullptr, nullptr, "\xC4RENDE (8).TXT"}, {"\xE4rende.txt", nullptr, nullptr, "\xE4rende (8).txt"},
+        {"\xC4RENDE.TXT", &taken, nullptr, "\xC4RENDE (9).TXT"},  {"\xC4RENDE.TXT", nullptr, &reusable, "\xC4RENDE (6).TXT"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(Result(1, row.expected), Unique(row.name, "L:\\many", 0, 0, row.taken, row.reusable));
