@@ -12,10 +12,8 @@ struct Row {
 };
 
 const Row kRows[] = {
-    {"", "", "", "", "", "", ""},
-    {"C:", "C:", "", "C:\\", "C:\\", "C:", "C:"},
-    {"C:x", "C:x", "", "C:\\", "C:x\\", "C:", "C:x"},
-    {"C:\\", "", "", "C:", "C:\\", "C:", "C:\\"},
+    {"", "", "", "", "", "", ""}, {"C:", "C:", "", "C:\\", "C:\\", "C:", "C:"},
+    {"C:x", "C:x", "", "C:\\", "C:x\\", "C:", "C:x"}, {"C:\\", "", "", "C:", "C:\\", "C:", "C:\\"},
     {"C:/file", "file", "", "C:", "C:\\", "C:", "C:\\"},
     {"C:\\dir\\file.txt", "file.txt", "txt", "C:\\dir", "C:\\dir\\", "C:", "C:\\dir"},
     {"C:\\dir\\sub\\", "", "", "C:\\dir\\sub", "C:\\dir\\", "C:", "C:\\dir\\sub"},
@@ -23,12 +21,9 @@ const Row kRows[] = {
     {"C:file.txt", "C:file.txt", "txt", "C:\\", "C:file.txt\\", "C:", "C:file.txt"},
     {"\\\\server\\share\\x", "x", "", "\\\\server\\share", "\\\\server\\share\\", "\\\\server\\", "\\\\server\\share"},
     {"\\\\server\\share", "share", "", "\\\\server", "\\\\server\\", "\\\\server\\", "\\\\server\\"},
-    {"\\\\server", "server", "", "\\", "\\", "\\\\server", "\\"},
-    {"\\file", "file", "", "", "", "", ""},
-    {"a\\b", "b", "", "a", "a\\", "", "a\\"},
-    {"a/b/", "", "", "a/b", "a\\", "", "a/b/"},
-    {"\\/a\\/", "/", "", "\\/a", "", "", "\\/a/"},
-    {"name", "name", "", "", "name\\", "", "name"},
+    {"\\\\server", "server", "", "\\", "\\", "\\\\server", "\\"}, {"\\file", "file", "", "", "", "", ""},
+    {"a\\b", "b", "", "a", "a\\", "", "a\\"}, {"a/b/", "", "", "a/b", "a\\", "", "a/b/"},
+    {"\\/a\\/", "/", "", "\\/a", "", "", "\\/a/"}, {"name", "name", "", "", "name\\", "", "name"},
     {"name.", "name.", "", "", "name.\\", "", "name."},
     {"dir.x\\name", "name", "", "dir.x", "dir.x\\", "", "dir.x\\"},
     {"archive.tar.gz", "archive.tar.gz", "gz", "", "archive.tar.gz\\", "", "archive.tar.gz"},

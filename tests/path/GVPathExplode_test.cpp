@@ -8,6 +8,13 @@
 
 namespace {
 
+CGVStringArray Items(std::vector<CGVString> items) {
+    CGVStringArray array;
+    for (CGVString& item : items)
+        array.mAdd(&item);
+    return array;
+}
+
 std::vector<std::string> Items(CGVStringArray const& array) {
     std::vector<std::string> items;
     for (int i = 0; i < array.mGetNumItems(); ++i) {
@@ -26,28 +33,21 @@ std::vector<std::string> Items(CGVStringArray const& array) {
 TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
     struct Row { std::string text; const char* volume; std::vector<std::string> parts; const char* imploded; };
     const Row rows[] = {
-        {"", "", {}, ""},
-        {"C:", "C:", {}, "C:"},
+        {"", "", {}, ""}, {"C:", "C:", {}, "C:"}, {"a", "", {"a"}, "a"}, {"\\/\\", "", {}, ""},
         {"C:\\dir\\\\sub\\file.txt", "C:", {"dir", "sub", "file.txt"}, "C:\\dir\\sub\\file.txt"},
         {"C:\\dir\\\\sub\\", "C:", {"dir", "sub"}, "C:\\dir\\sub"},
-        {"a/b/", "", {"a", "b"}, "a\\b"},
-        {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
+        {"a/b/", "", {"a", "b"}, "a\\b"}, {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
         {"C:/a/b", "C:", {"a", "b"}, "C:\\a\\b"},
         {"\\\\server\\share\\x", "\\\\server\\", {"share", "x"}, "\\\\server\\share\\x"},
         {"1ab://host/x/y", "1ab://host/", {"x", "y"}, "1ab://host/x/y"},
         {"\xE4/\xFF", "", {"\xE4", "\xFF"}, "\xE4\\\xFF"},
-        {"\\/\\", "", {}, ""},
-        {"a", "", {"a"}, "a"},
         {std::string("ab\0c\\d", 6), "", {"ab", "d"}, "ab\\d"},  // a piece ends at a NUL inside it
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.text));
-        CGVPath path, volume("stale"), joined("old"), again;
-        path.SetString(row.text.data(), static_cast<int>(row.text.size()));
-        CGVStringArray parts, againParts;
-        CGVString stale("stale");
-        parts.mAdd(&stale);
-        path.Explode(volume, parts);
+        CGVPath volume("stale"), joined("old"), again;
+        CGVStringArray parts = Items({"stale"}), againParts;
+        After(row.text, [&](CGVPath& p) { p.Explode(volume, parts); });
         EXPECT_EQ(row.volume, Text(volume));
         EXPECT_EQ(row.parts, Items(parts));
         joined.Implode(volume, parts);
@@ -59,10 +59,7 @@ TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
 }
 
 TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
-    CGVStringArray parts;
-    CGVString items[] = {"a", "", "b"};
-    for (CGVString& item : items)
-        parts.mAdd(&item);
+    CGVStringArray parts = Items({"a", "", "b"});
     for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"}) {
         CGVPath path("old");
         path.Implode(volume, parts);

@@ -79,18 +79,15 @@ TEST_F(CGVPathLegal, NamesAndPathsMadeLegal) {
     struct Row { const char* text; const char* directory; const char* legal; } const rows[] = {
         {"a?b*.txt", "L:\\dir", "ab.txt"},
         {"my file.name.html", "S:\\dir", "myfile-n.htm"},  // the space goes with the bad characters
-        {"a:b\\c/d;e.txt", "S:\\", "abcde.txt"},
-        {"a:b\\c/d;e.txt", "L:\\", "abcd;e.txt"},
+        {"a:b\\c/d;e.txt", "S:\\", "abcde.txt"}, {"a:b\\c/d;e.txt", "L:\\", "abcd;e.txt"},
         {"abcdefgh.txt", dir249.c_str(), "a.txt"},  // only the extension fits: one character stays
         {"abcdefghijklmnop.txt", dir249.c_str(), "abcdefghij"},
         {"abcdefghijklmnop.txt", dir260.c_str(), "abcdefghijklmnop.txt"},
         {"long name.text", "", "longname.tex"},  // no volume: short rules
         {"L:\\dir:x\\file?.txt", nullptr, "L:\\dirx\\file.txt"},
         {"S:\\My Documents\\report.final.text", nullptr, "S:\\MyDocume\\report-f.tex"},
-        {"rel dir\\a.b.c  ", nullptr, "reldir\\a-b.c"},
-        {"L:\\..\\x", nullptr, "L:\\----\\x"},
-        {"\\\\server\\share\\a?b", nullptr, "\\\\server\\share\\ab"},
-        {"", nullptr, ""},
+        {"rel dir\\a.b.c  ", nullptr, "reldir\\a-b.c"}, {"L:\\..\\x", nullptr, "L:\\----\\x"},
+        {"\\\\server\\share\\a?b", nullptr, "\\\\server\\share\\ab"}, {"", nullptr, ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.text) + " in " + (row.directory ? row.directory : "(a path)"));

@@ -10,18 +10,14 @@
 TEST(CGVPathRelative, FromTheBaseToTheTarget) {
     struct Row { const char *target, *base, *files, *url; } const rows[] = {
         {"C:\\site\\pages\\a.htm", "C:\\site\\img", "..\\pages\\a.htm", "../pages/a.htm"},
-        {"C:\\a\\x.htm", "C:\\a", "x.htm", "x.htm"},
-        {"C:\\a\\x.htm", "C:\\a\\", "x.htm", "x.htm"},
+        {"C:\\a\\x.htm", "C:\\a", "x.htm", "x.htm"}, {"C:\\a\\x.htm", "C:\\a\\", "x.htm", "x.htm"},
         {"C:\\a\\x.htm", "C:\\a\\b\\c", "..\\..\\x.htm", "../../x.htm"},
         {"C:\\a\\b\\c.htm", "C:\\x\\y", "..\\..\\a\\b\\c.htm", "../../a/b/c.htm"},
         {"C:\\a\\bc\\x.htm", "C:\\a\\bd", "..\\bc\\x.htm", "../bc/x.htm"},
-        {"C:\\Site\\a.htm", "c:\\site\\img", "..\\a.htm", "../a.htm"},
-        {"C:\\a\\x.htm", "D:\\a", "", ""},
+        {"C:\\Site\\a.htm", "c:\\site\\img", "..\\a.htm", "../a.htm"}, {"C:\\a\\x.htm", "D:\\a", "", ""},
         {"http://host/a.htm", "C:\\a", "", ""},
-        {"dir\\a.htm", "C:\\a", "", ""},
-        {"C:\\a\\x.htm", "a\\b", "", ""},
-        {"C:\\a\\x.htm", nullptr, "", ""},       {"C:\\a\\x.htm", "C:", "", ""},
-        {"C:a\\x.htm", "C:\\", "", ""},
+        {"dir\\a.htm", "C:\\a", "", ""}, {"C:\\a\\x.htm", "a\\b", "", ""},
+        {"C:\\a\\x.htm", nullptr, "", ""},       {"C:\\a\\x.htm", "C:", "", ""}, {"C:a\\x.htm", "C:\\", "", ""},
         {"\\\\srv\\sh\\a\\x.htm", "\\\\srv\\sh\\b", "..\\a\\x.htm", "../a/x.htm"},
         {"C:\\a\\b\\", "C:\\a", "b\\", "b"},
         {"C:/site/pages/a.htm", "C:/site/img", "..\\pages/a.htm", "../pages/a.htm"},
@@ -30,8 +26,7 @@ TEST(CGVPathRelative, FromTheBaseToTheTarget) {
         {"Q:\\a\\b\\c.htm", "Q:\\x\\y", "..\\..\\a\\b\\c.htm", "../../a/b/c.htm"},
         {"C:\\ab\\x", "C:\\ac", "..\\ab\\x", "../ab/x"},
         {"\\\\s1\\sh\\x", "\\\\s2\\sh\\y", "..\\..\\s1\\sh\\x", "../../s1/sh/x"},
-        {"C:\\a\\b\\x", "C:\\a/c\\d", "..\\..\\b\\x", "../../b/x"},
-        {"C:\\x", "C:\\", "x", "x"},
+        {"C:\\a\\b\\x", "C:\\a/c\\d", "..\\..\\b\\x", "../../b/x"}, {"C:\\x", "C:\\", "x", "x"},
         {"C:\\", "C:\\", "", ""},
         {"C:\\a", "C:\\a\\", "..\\a", "../a"},  // the base is always a directory
         {"C:\\a\\b\\\\f", "C:\\a\\b\\\\", "f", "f"},  // the common part ends in a delimiter run

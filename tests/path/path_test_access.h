@@ -24,23 +24,15 @@ struct GVPathTestAccess {
     static int FindLastTypeDelimiter(CGVPath const& p) { return p.FindLastTypeDelimiter(); }
     static int FindURLSchemeDelimiter(CGVPath const& p) { return p.FindURLSchemeDelimiter(); }
     static void PrivateTrimRightPath(CGVPath& p, char delimiter) { p.PrivateTrimRightPath(delimiter); }
-    static int PrivateReplace(CGVPath& p, char from, char to, int limit) {
-        return p.PrivateReplace(from, to, limit);
+    template <typename... A> static int PrivateReplace(CGVPath& p, A... a) { return p.PrivateReplace(a...); }
+    template <typename... A> static int PrivateReplaceWhitespace(CGVPath& p, A... a) {
+        return p.PrivateReplaceWhitespace(a...);
     }
-    static int PrivateReplaceWhitespace(CGVPath& p, char to) { return p.PrivateReplaceWhitespace(to); }
-    static int PrivateReplaceCharacters(CGVPath& p, char const* set, char replacement, int keepSet, int start) {
-        return p.PrivateReplaceCharacters(set, replacement, keepSet, start);
+    template <typename... A> static int PrivateReplaceCharacters(CGVPath& p, A... a) {
+        return p.PrivateReplaceCharacters(a...);
     }
-    static int PrivateReplaceGroup(CGVPath& p, char first, char last, char replacement, int limit) {
-        return p.PrivateReplaceGroup(first, last, replacement, limit);
-    }
-    static int GetVolumeInfo(CGVPath const& p, char const* volume, CGVPath::VolumeInfo& info) {
-        return p.GetVolumeInfo(volume, info);
-    }
-    static void PrivateMakeLegal(CGVPath& p, uint32_t maxComponent, uint32_t maxExtension) {
-        p.PrivateMakeLegal(maxComponent, maxExtension);
-    }
-    static int PrivateIsArrayElement(CGVStringArray const* array, char const* text, int matchCase) {
-        return CGVPath::PrivateIsArrayElement(array, text, matchCase);
-    }
+    template <typename... A> static int PrivateReplaceGroup(CGVPath& p, A... a) { return p.PrivateReplaceGroup(a...); }
+    template <typename... A> static int GetVolumeInfo(CGVPath const& p, A&... a) { return p.GetVolumeInfo(a...); }
+    template <typename... A> static void PrivateMakeLegal(CGVPath& p, A... a) { p.PrivateMakeLegal(a...); }
+    template <typename... A> static int PrivateIsArrayElement(A... a) { return CGVPath::PrivateIsArrayElement(a...); }
 };
