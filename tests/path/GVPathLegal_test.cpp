@@ -57,22 +57,6 @@ TEST_F(CGVPathLegal, LengthsAgainstTheVolumeLimits) {
     }
 }
 
-TEST_F(CGVPathLegal, TheSharedNameRewrite) {
-    struct Row { const char* name; uint32_t maxComponent; const char* legal; } const rows[] = {
-        {"my file.name.html", 12, "my-file-.htm"}, {"my file.name.html  ", 255, "my file.name.html"},
-        {"....", 12, "----"},                      {"....", 255, "----"},
-        {" \t ", 12, "----"},                      {".profile", 12, "profile"},
-        {"abcdefghijk.text", 12, "abcdefgh.tex"},  {"abcdefghijk.text", 255, "abcdefghijk.text"},
-        {"a.b", 0, "a.b"},                         {"", 255, "----"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        CGVPath name(row.name);
-        GVPathTestAccess::PrivateMakeLegal(name, row.maxComponent, 3);
-        EXPECT_EQ(row.legal, Text(name));
-    }
-}
-
 // A row without a directory is a whole path. A legal result stays as it is.
 TEST_F(CGVPathLegal, NamesAndPathsMadeLegal) {
     const std::string dir249 = "L:\\" + std::string(246, 'd'), dir260 = "L:\\" + std::string(257, 'd');
@@ -88,6 +72,8 @@ TEST_F(CGVPathLegal, NamesAndPathsMadeLegal) {
         {"S:\\My Documents\\report.final.text", nullptr, "S:\\MyDocume\\report-f.tex"},
         {"rel dir\\a.b.c  ", nullptr, "reldir\\a-b.c"}, {"L:\\..\\x", nullptr, "L:\\----\\x"},
         {"\\\\server\\share\\a?b", nullptr, "\\\\server\\share\\ab"}, {"", nullptr, ""},
+        {".profile", "S:\\", "profile"}, {" \t ", "S:\\", "----"}, {"....", "L:\\", "----"}, {"", "L:\\", "----"},
+        {"my file.name.html  ", "L:\\", "my file.name.html"}, {"abcdefghijk.text", "L:\\", "abcdefghijk.text"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.text) + " in " + (row.directory ? row.directory : "(a path)"));

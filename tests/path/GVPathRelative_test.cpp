@@ -15,11 +15,9 @@ TEST(CGVPathRelative, FromTheBaseToTheTarget) {
         {"C:\\a\\b\\c.htm", "C:\\x\\y", "..\\..\\a\\b\\c.htm", "../../a/b/c.htm"},
         {"C:\\a\\bc\\x.htm", "C:\\a\\bd", "..\\bc\\x.htm", "../bc/x.htm"},
         {"C:\\Site\\a.htm", "c:\\site\\img", "..\\a.htm", "../a.htm"}, {"C:\\a\\x.htm", "D:\\a", "", ""},
-        {"http://host/a.htm", "C:\\a", "", ""},
-        {"dir\\a.htm", "C:\\a", "", ""}, {"C:\\a\\x.htm", "a\\b", "", ""},
+        {"http://host/a.htm", "C:\\a", "", ""}, {"dir\\a.htm", "C:\\a", "", ""}, {"C:\\a\\x.htm", "a\\b", "", ""},
         {"C:\\a\\x.htm", nullptr, "", ""},       {"C:\\a\\x.htm", "C:", "", ""}, {"C:a\\x.htm", "C:\\", "", ""},
-        {"\\\\srv\\sh\\a\\x.htm", "\\\\srv\\sh\\b", "..\\a\\x.htm", "../a/x.htm"},
-        {"C:\\a\\b\\", "C:\\a", "b\\", "b"},
+        {"\\\\srv\\sh\\a\\x.htm", "\\\\srv\\sh\\b", "..\\a\\x.htm", "../a/x.htm"}, {"C:\\a\\b\\", "C:\\a", "b\\", "b"},
         {"C:/site/pages/a.htm", "C:/site/img", "..\\pages/a.htm", "../pages/a.htm"},
         // A root the cut never reaches: a drive that does not exist, two servers,
         // a base mixing delimiters. The count ends at the root.
@@ -27,8 +25,7 @@ TEST(CGVPathRelative, FromTheBaseToTheTarget) {
         {"C:\\ab\\x", "C:\\ac", "..\\ab\\x", "../ab/x"},
         {"\\\\s1\\sh\\x", "\\\\s2\\sh\\y", "..\\..\\s1\\sh\\x", "../../s1/sh/x"},
         {"C:\\a\\b\\x", "C:\\a/c\\d", "..\\..\\b\\x", "../../b/x"}, {"C:\\x", "C:\\", "x", "x"},
-        {"C:\\", "C:\\", "", ""},
-        {"C:\\a", "C:\\a\\", "..\\a", "../a"},  // the base is always a directory
+        {"C:\\", "C:\\", "", ""}, {"C:\\a", "C:\\a\\", "..\\a", "../a"},  // the base is always a directory
         {"C:\\a\\b\\\\f", "C:\\a\\b\\\\", "f", "f"},  // the common part ends in a delimiter run
     };
     gvplatform::ResetVolumes();

@@ -44,13 +44,10 @@ TEST(CGVPathTrim, DelimiterCharacterAndCaseEdits) {
         {"a\xA0", [](CGVPath& p) { p.TrimRightCharacters("", 1); }, "a\xA0"},
         {"\xE4\xE4z", [](CGVPath& p) { p.TrimLeftCharacters("\xE4", 0); }, "z"},
         {"ab", [](CGVPath& p) { p.TrimLeftCharacters(nullptr, 0); }, "ab"},
-        {"xx", [](CGVPath& p) { p.TrimRightCharacters("x", 0); }, ""},
-        {" \ta\n ", [](CGVPath& p) { p.Trim(); }, "a"},
+        {"xx", [](CGVPath& p) { p.TrimRightCharacters("x", 0); }, ""}, {" \ta\n ", [](CGVPath& p) { p.Trim(); }, "a"},
         // Capitalising shifts the first byte by 32 whatever it is.
-        {"abc", [](CGVPath& p) { p.Capitalize(); }, "Abc"},
-        {"Abc", [](CGVPath& p) { p.Capitalize(); }, "!bc"},
-        {"", [](CGVPath& p) { p.Capitalize(); }, ""},
-        {"\xFF", [](CGVPath& p) { p.Capitalize(); }, "\xDF"},
+        {"abc", [](CGVPath& p) { p.Capitalize(); }, "Abc"}, {"Abc", [](CGVPath& p) { p.Capitalize(); }, "!bc"},
+        {"", [](CGVPath& p) { p.Capitalize(); }, ""}, {"\xFF", [](CGVPath& p) { p.Capitalize(); }, "\xDF"},
         {"\x10", [](CGVPath& p) { p.Capitalize(); }, "\xF0"},
     };
     for (const Row& row : rows) {

@@ -130,26 +130,22 @@ TEST_F(CGVPathVolume, FullPathNameAgainstADirectory) {
     EXPECT_EQ(tooLong, Text(CGVPath(tooLong.c_str()).GetFullPathNameA(nullptr)));
 }
 
+// Files compare by their short names when both exist, else as text; volumes and
+// directories as text without case. A path without a volume sorts first.
 TEST_F(CGVPathVolume, ComparisonsOfFilesVolumesAndDirectories) {
-    EXPECT_EQ(1, CGVPath::CompareFiles("L:\\dir\\report.txt", "l:/DIR/Report.TXT"));
-    EXPECT_EQ(1, CGVPath::CompareFiles("L:\\dir\\sub\\..\\report.txt", "L:\\dir\\report.txt"));
-    EXPECT_EQ(1, CGVPath::CompareFiles("L:\\none", "l:\\NONE"));  // missing: as text
-    EXPECT_EQ(0, CGVPath::CompareFiles("L:\\dir\\..\\none", "L:\\none"));
-    EXPECT_EQ(0, CGVPath::CompareFiles("L:\\dir\\report.txt", nullptr));
-    EXPECT_EQ(1, CGVPath::CompareFiles(nullptr, ""));
-    EXPECT_EQ(1, CGVPath("L:\\DIR\\report.txt").CompareFile("L:\\dir\\REPORT.txt"));
-
-    EXPECT_EQ(0, CGVPath("C:\\a").CompareVolume("c:\\b"));
-    EXPECT_NE(0, CGVPath("C:\\a").CompareVolume("D:\\a"));
-    EXPECT_EQ(0, CGVPath("\\\\server\\x\\y").CompareVolume("\\\\SERVER\\z"));
-    EXPECT_GT(0, CGVPath("a\\b").CompareVolume("C:\\a"));  // no volume sorts first
-
-    EXPECT_EQ(1, CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("C:\\dir\\b.txt"));
-    EXPECT_EQ(1, CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("c:\\DIR\\"));
-    EXPECT_EQ(0, CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("C:\\dir"));
-
     CGVPath drive("C:\\x");
-    EXPECT_EQ(0, drive.MakeUNCSpecified());
-    EXPECT_EQ("C:\\x", Text(drive));
-    EXPECT_EQ(1, CGVPath("\\\\server\\x").MakeUNCSpecified());
+    const int rows[][2] = {  // the answer, the one expected
+        {CGVPath::CompareFiles("L:\\dir\\report.txt", "l:/DIR/Report.TXT"), 1},
+        {CGVPath::CompareFiles("L:\\dir\\sub\\..\\report.txt", "L:\\dir\\report.txt"), 1},
+        {CGVPath::CompareFiles("L:\\none", "l:\\NONE"), 1}, {CGVPath::CompareFiles("L:\\dir\\..\\none", "L:\\none"), 0},
+        {CGVPath::CompareFiles("L:\\dir\\report.txt", nullptr), 0}, {CGVPath::CompareFiles(nullptr, ""), 1},
+        {CGVPath("L:\\DIR\\report.txt").CompareFile("L:\\dir\\REPORT.txt"), 1},
+        {CGVPath("C:\\a").CompareVolume("c:\\b"), 0}, {CGVPath("C:\\a").CompareVolume("D:\\a") != 0, 1},
+        {CGVPath("\\\\server\\x\\y").CompareVolume("\\\\SERVER\\z"), 0}, {CGVPath("a\\b").CompareVolume("C:\\a") < 0, 1},
+        {CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("C:\\dir\\b.txt"), 1},
+        {CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("c:\\DIR\\"), 1}, {CGVPath("C:\\dir\\a.txt").IsInDirectoryOf("C:\\dir"), 0},
+        {drive.MakeUNCSpecified(), 0}, {drive.Compare("C:\\x"), 0}, {CGVPath("\\\\server\\x").MakeUNCSpecified(), 1},
+    };
+    for (auto& row : rows)
+        EXPECT_EQ(row[1], row[0]) << "row " << &row - rows;
 }
