@@ -55,10 +55,10 @@ protected:
 }  // namespace
 
 // Every name found free is free there. The current directory is L:\dir.
-TEST_F(CGVPathUnique, MakeUnique) {
+TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
     CGVStringArray taken = List({"NEW.TXT", "new (2).txt"}), reusable = List({"Report.TXT"}),
                    shortTaken = List({"new.txt", "NEW1.TXT"}), hash = List({"a#b.txt"});
-    // Components of 64: the short scheme with long names, where the extension
+    // M: has components of 64: the short scheme with long names, where the extension
     // swallows the number of a base holding a full stop. Every try is a.txt.
     gvplatform::MapDrive('M', Host("long"), Options(gvplatform::kDriveFixed, 64));
     Touch("long/dir/a.b.txt");
@@ -113,7 +113,11 @@ TEST_F(CGVPathUnique, MakeUnique) {
             EXPECT_EQ(1, CGVPath(made.second.c_str()).IsUnique(row.directory));
         }
     }
-    EXPECT_EQ(Result(1, "report (3).txt"), Unique("report.txt", L, kMissing, kMissing));
+    struct Free { const char *path, *directory; int unique; } const free[] = {
+        {"C:\\elsewhere\\REPORT.TXT", L, 0}, {"L:\\dir\\other.txt", L, 1}, {"L:\\dir\\report (2).txt", nullptr, 0},
+        {"L:\\dir", nullptr, 0}, {"report.txt", nullptr, 0}, {"other.txt", nullptr, 1}};  // L:\dir is current
+    for (const Free& row : free)
+        EXPECT_EQ(row.unique, CGVPath(row.path).IsUnique(row.directory)) << row.path;
     ASSERT_TRUE(SetCurrentDirectoryA(saved));
 }
 
@@ -149,25 +153,10 @@ TEST_F(CGVPathUnique, NamesTheListingCannotAnswer) {
 }
 
 TEST_F(CGVPathUnique, PrivateIsArrayElementReadsEmptySlotsAsEmpty) {
-    CGVStringArray withEmptySlot = List({"a"});
-    withEmptySlot.mInsertItem(0);
-    EXPECT_EQ(1, GVPathTestAccess::PrivateIsArrayElement(&withEmptySlot, "", 1));
-    EXPECT_EQ(1, GVPathTestAccess::PrivateIsArrayElement(&withEmptySlot, "A", 0));
-    EXPECT_EQ(0, GVPathTestAccess::PrivateIsArrayElement(&withEmptySlot, "A", 1));
-    EXPECT_EQ(0, GVPathTestAccess::PrivateIsArrayElement(nullptr, "", 0));
-}
-TEST_F(CGVPathUnique, IsUniqueLooksAtTheNameWhereAsked) {
-    struct Row { const char *path, *directory; int unique; } const rows[] = {
-        {"C:\\elsewhere\\REPORT.TXT", "L:\\dir", 0}, {"L:\\dir\\other.txt", "L:\\dir", 1},
-        {"L:\\dir\\report (2).txt", nullptr, 0},      {"L:\\dir", nullptr, 0},
-        {"report.txt", nullptr, 0},                     {"other.txt", nullptr, 1},  // in the current directory
-    };
-    char saved[MAX_PATH];
-    ASSERT_GT(GetCurrentDirectoryA(MAX_PATH, saved), 0u);
-    ASSERT_TRUE(SetCurrentDirectoryA("L:\\dir"));
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.path);
-        EXPECT_EQ(row.unique, CGVPath(row.path).IsUnique(row.directory));
-    }
-    ASSERT_TRUE(SetCurrentDirectoryA(saved));
+    using A = GVPathTestAccess;
+    CGVStringArray slots = List({"a"});
+    slots.mInsertItem(0);
+    EXPECT_EQ((std::vector<int>{1, 1, 0, 0}),
+              (std::vector<int>{A::PrivateIsArrayElement(&slots, "", 1), A::PrivateIsArrayElement(&slots, "A", 0),
+                                A::PrivateIsArrayElement(&slots, "A", 1), A::PrivateIsArrayElement(nullptr, "", 0)}));
 }
