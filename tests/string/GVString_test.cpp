@@ -18,19 +18,14 @@
 namespace {
 
 class Other : public CGVObject {};
-class Derived : public CGVString {
-public:
-    using CGVString::CGVString;
-};
+struct Derived : CGVString { using CGVString::CGVString; };
 
 }  // namespace
 
 TEST(CGVString, ElementAccessPastTheEndAnswersNul) {
     CGVString s("abc");
     EXPECT_EQ(std::string("\0\0\0c", 4), (std::string{s.GetAt(3), s[3], s.GetAt(1000), s[2]}));
-    s.SetAt(3, 'x');
-    s.SetAt(1000, 'x');
-    s.SetAt(1, 'B');
+    s.SetAt(3, 'x'), s.SetAt(1000, 'x'), s.SetAt(1, 'B');
     EXPECT_STREQ("aBc", s);
     EXPECT_THROW(s.GetAt(-1), CInvalidArgException);
     EXPECT_THROW(s[-1], CInvalidArgException);
@@ -78,10 +73,9 @@ TEST(CGVString, ValueSlots) {
     std::unique_ptr<CGVObject> copy(s.mCopy()), fresh(s.mNew());
     EXPECT_STREQ("text", dynamic_cast<CGVString&>(*copy));
     EXPECT_STREQ("", dynamic_cast<CGVString&>(*fresh));
-    CGVObject& root = *fresh;
-    root = Other();  // another class leaves the text alone
+    *fresh = Other();  // another class leaves the text alone
     EXPECT_STREQ("", dynamic_cast<CGVString&>(*fresh));
-    root = s;
+    *fresh = s;
     EXPECT_STREQ("text", dynamic_cast<CGVString&>(*fresh));
 }
 
@@ -111,8 +105,7 @@ TEST(CGVString, ConversionFromDatabaseVariants) {
 
 TEST(CGVString, ConversionFromOleVariants) {
     COleVariant nullText;
-    nullText.vt = VT_BSTR;
-    nullText.bstrVal = nullptr;
+    nullText.vt = VT_BSTR, nullText.bstrVal = nullptr;
     const std::pair<COleVariant, const char*> rows[] = {
         {COleVariant(int32_t{42}), "42"}, {COleVariant(2.25f), "2.3"}, {COleVariant(1.75), "1.8"},
         {COleVariant(short{5}), "keep"},  // VT_I2 is not converted
