@@ -84,19 +84,3 @@ TEST_F(CGVPathLegal, NamesAndPathsMadeLegal) {
         }
     }
 }
-
-// Whatever the text, nothing fails, and a name made for a short-name directory
-// keeps to 8.3, holds none of the forbidden characters and is legal there.
-TEST_F(CGVPathLegal, EveryMemberOverAwkwardTexts) {
-    for (const char* text : {"", ".", "..", " ", "\\", "\\\\", "L:", "S:", "S:\\", "S:\\ \\", "L:\\...", ":::",
-                             "\xE4\xFF.\xA0", "S:\\\xE4 b.c.d", "*?\"<>|", "L:\\a\\\\\\"}) {
-        SCOPED_TRACE(text);
-        CGVPath path(text), name(text);
-        path.IsLegal(nullptr), path.IsLegal(text), path.IsLegalComponentLength(-1), path.IsLegalExtensionLength(-1);
-        path.MakeLegalPath();
-        name.MakeLegalName("S:\\dir");
-        EXPECT_LE(name.GetLength(), 12);
-        EXPECT_EQ(-1, name.FindOneOf(name.GetBadNameCharacters(0)));
-        EXPECT_EQ(1, CGVPath(("S:\\dir\\" + Text(name)).c_str()).IsLegal(nullptr));
-    }
-}

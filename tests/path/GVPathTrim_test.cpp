@@ -50,10 +50,8 @@ TEST(CGVPathTrim, DelimiterCharacterAndCaseEdits) {
         {"", [](CGVPath& p) { p.Capitalize(); }, ""}, {"\xFF", [](CGVPath& p) { p.Capitalize(); }, "\xDF"},
         {"\x10", [](CGVPath& p) { p.Capitalize(); }, "\xF0"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(row.expected, After(row.text, row.edit));
-    }
+    for (const Row& row : rows)
+        EXPECT_EQ(row.expected, After(row.text, row.edit)) << row.text;
 }
 
 // Quoting twice gives what quoting once does.

@@ -78,11 +78,8 @@ TEST(CGVPathURL, MakeLegalURLPutsASchemeInFrontUnexamined) {
 TEST(CGVPathURL, CreateFileSchemeTurnsBackslashesAndLeavesThePath) {
     const char* const rows[][2] = {
         {"C:\\dir\\a b.htm", "file:///C:/dir/a b.htm"}, {"\\\\srv\\share\\a.htm", "file:////srv/share/a.htm"},
-        {"dir\\a.htm", "file:///dir/a.htm"},            {"", "file:///"},
-        {"\\\\", "file://///"},                         {"a/b\\\xE4", "file:///a/b/\xE4"},
-    };
+        {"dir\\a.htm", "file:///dir/a.htm"}, {"", "file:///"}, {"\\\\", "file://///"}, {"a/b\\\xE4", "file:///a/b/\xE4"}};
     for (auto& row : rows) {
-        SCOPED_TRACE(row[0]);
         CGVPath path(row[0]);
         EXPECT_EQ(row[1], Text(path.CreateFileScheme()));
         EXPECT_EQ(row[0], Text(path));

@@ -134,10 +134,8 @@ TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
     struct Row { const char* name; CGVStringArray const *taken, *reusable; const char* expected; } const rows[] = {
         {"\xC4RENDE.TXT", nullptr, nullptr, "\xC4RENDE (8).TXT"}, {"\xE4rende.txt", nullptr, nullptr, "\xE4rende (8).txt"},
         {"\xC4RENDE.TXT", &taken, nullptr, "\xC4RENDE (9).TXT"},  {"\xC4RENDE.TXT", nullptr, &reusable, "\xC4RENDE (6).TXT"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Result(1, row.expected), Unique(row.name, "L:\\many", 0, 0, row.taken, row.reusable));
-    }
+    for (const Row& row : rows)
+        EXPECT_EQ(Result(1, row.expected), Unique(row.name, "L:\\many", 0, 0, row.taken, row.reusable)) << row.name;
     for (int n = 2; n <= 8; ++n)
         EXPECT_EQ(n == 8, CGVPath(("\xE4RENDE (" + std::to_string(n) + ").txt").c_str()).IsUnique("L:\\many")) << n;
 }
