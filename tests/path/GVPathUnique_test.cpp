@@ -29,10 +29,8 @@ class CGVPathUnique : public VolumeFixture {
 protected:
     void SetUp() override {
         VolumeFixture::SetUp();
-        MakeDir("long/dir");
-        MakeDir("short/dir");
-        Touch("long/dir/report.txt");
-        Touch("long/dir/report (2).txt");
+        MakeDir("long/dir"), MakeDir("short/dir");
+        Touch("long/dir/report.txt"), Touch("long/dir/report (2).txt");
         for (int n = 0; n <= 99; ++n)
             Touch("short/dir/report" + (n ? std::to_string(n) : "") + ".txt");
     }
@@ -61,8 +59,7 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
     // M: has components of 64: the short scheme with long names, where the extension
     // swallows the number of a base holding a full stop. Every try is a.txt.
     gvplatform::MapDrive('M', Host("long"), Options(gvplatform::kDriveFixed, 64));
-    Touch("long/dir/a.b.txt");
-    Touch("long/dir/a.txt");
+    Touch("long/dir/a.b.txt"), Touch("long/dir/a.txt");
     const char *L = "L:\\dir", *S = "S:\\dir";
     struct Row {
         const char *name, *directory, *expected;

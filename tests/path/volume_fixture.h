@@ -46,8 +46,7 @@ protected:
         return options;
     }
 
-    /// The host path of `relative` (written with slashes) under the fixture's root:
-    /// "long/dir" is L:\dir.
+    /// The host path of `relative` under the fixture's root: "long/dir" is L:\dir.
     std::string Host(std::string const& relative) const { return root_ + "/" + relative; }
 
     void MakeDir(std::string const& relative) const { std::filesystem::create_directories(Host(relative)); }
