@@ -3,19 +3,9 @@
 
 #include <vector>
 
-#include "gvlib/array/GVStringArray.h"
 #include "path/path_test_access.h"
 
-namespace {
-
-CGVStringArray Items(std::vector<CGVString> items) {
-    CGVStringArray array;
-    for (CGVString& item : items)
-        array.mAdd(&item);
-    return array;
-}
-
-std::vector<std::string> Items(CGVStringArray const& array) {
+static std::vector<std::string> Items(CGVStringArray const& array) {
     std::vector<std::string> items;
     for (int i = 0; i < array.mGetNumItems(); ++i) {
         CGVString item;
@@ -24,8 +14,6 @@ std::vector<std::string> Items(CGVStringArray const& array) {
     }
     return items;
 }
-
-}  // namespace
 
 // Each text explodes (clearing what the array held), implodes with delimiters
 // normalised to the kind AppendPath picks, and the normalised form explodes
@@ -46,7 +34,7 @@ TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.text));
         CGVPath volume("stale"), joined("old"), again;
-        CGVStringArray parts = Items({"stale"}), againParts;
+        CGVStringArray parts = List({"stale"}), againParts;
         After(row.text, [&](CGVPath& p) { p.Explode(volume, parts); });
         EXPECT_EQ(row.volume, Text(volume));
         EXPECT_EQ(row.parts, Items(parts));
@@ -59,7 +47,7 @@ TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
 }
 
 TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
-    CGVStringArray parts = Items({"a", "", "b"});
+    CGVStringArray parts = List({"a", "", "b"});
     for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"})
         EXPECT_EQ(volume && *volume ? "x:/a/b" : "a\\b", After("old", [&](CGVPath& p) { p.Implode(volume, parts); }));
 }

@@ -77,9 +77,8 @@ TEST(CGVPathModel, FileTypes) {
         SCOPED_TRACE(std::string(row.path) + " / " + (row.type ? row.type : "(null)"));
         EXPECT_EQ(row.expected, CGVPath(row.path).IsType(row.type));
     }
-    gvplatform::SetStringResource(7001, " htm ");
-    EXPECT_EQ(1, CGVPath("index.HTM").IsType(7001));
-    EXPECT_EQ(0, CGVPath("index.HTM").IsType(7002));  // no such entry
+    gvplatform::SetStringResource(7001, " htm ");  // 7002 is no entry
+    EXPECT_EQ(1, CGVPath("index.HTM").IsType(7001) - CGVPath("index.HTM").IsType(7002));
     gvplatform::SetStringResource(7001, nullptr);
     EXPECT_EQ(0, CGVPath("index.HTM").IsType(7001));
     struct Kind { const char* path; int shortcut, html; } const kinds[] = {

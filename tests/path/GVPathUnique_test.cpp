@@ -6,19 +6,11 @@
 
 #include <vector>
 
-#include "gvlib/array/GVStringArray.h"
 #include "gvlib/platform/gvplatform.h"
 #include "path/path_test_access.h"
 #include "path/volume_fixture.h"
 
 namespace {
-
-CGVStringArray List(std::vector<CGVString> names) {
-    CGVStringArray list;
-    for (CGVString& name : names)
-        list.mAdd(&name);
-    return list;
-}
 
 // String-table ids of the patterns the tests install.
 enum : uint32_t { kFirst = 9101, kNumbered = 9102, kMissing = 9199 };

@@ -1,9 +1,12 @@
 // What the path tests share: the private members of CGVPath, reached through the
-// friend declaration the class grants them, and the text of a path as bytes.
+// friend declaration the class grants them, the text of a path as bytes, and
+// string arrays built from a list.
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "gvlib/array/GVStringArray.h"
 #include "gvlib/path/GVPath.h"
 
 inline std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
@@ -15,6 +18,13 @@ std::string After(std::string const& text, Edit edit) {
     path.SetString(text.data(), static_cast<int>(text.size()));
     edit(path);
     return Text(path);
+}
+
+inline CGVStringArray List(std::vector<CGVString> items) {
+    CGVStringArray list;
+    for (CGVString& item : items)
+        list.mAdd(&item);
+    return list;
 }
 
 struct GVPathTestAccess {
