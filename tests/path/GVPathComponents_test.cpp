@@ -88,7 +88,7 @@ TEST(CGVPathComponents, EditsAndJoints) {
         {"\\\\srv\\share\\x", [](CGVPath& p) { p.SetVolume("E:"); }, "E:\\share\\x"},
         {"c:/a/b", [](CGVPath& p) { p.SetVolume("\\\\srv"); }, "\\\\srv\\a/b"},
         // A tail taken from the path itself is read before the path is cut.
-        {"a\\", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }, "a\\a\\"},
+        {"ab\\/", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }, "ab/ab\\/"},
         {"ab\\/", [](CGVPath& p) { p.AppendPath(p.GetString() + 1, '\0', 0); }, "ab/b\\/"},
     };
     for (const Edit& row : rows)

@@ -75,7 +75,8 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
         {"a#b.txt", L, "a#b.txt", 1, {}, {}, nullptr, nullptr, true},
         {"a#b.txt", L, "a-b (2).txt", 1, {}, {}, &hash, nullptr, true},
         {"a#b.txt", S, "a-b.txt", 1, {}, {}, nullptr, nullptr, true},
-        {"", L, "", 0},                        {"x.txt", "", "x.txt", 0},  // the directories below are files
+        // "." has no volume: short names, no room for the base. The directories after "" are files.
+        {"report.txt", ".", "report1.txt"}, {"", L, "", 0}, {"x.txt", "", "x.txt", 0},
         {"x.txt", "L:\\dir\\report.txt", "x.txt", 0}, {"x.txt", "S:\\dir\\report.txt", "x.txt", 0},
         {"M:\\dir\\a.b.txt", nullptr, "", 0},  // as when the numbers run out
         {"report.txt", L, "Copy of report.txt", 1, "Copy of %s"},
