@@ -12,8 +12,7 @@
 inline std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
 // The text of `text` after `edit`.
-template <typename Edit>
-std::string After(std::string const& text, Edit edit) {
+template <typename Edit> std::string After(std::string const& text, Edit edit) {
     CGVPath path;
     path.SetString(text.data(), static_cast<int>(text.size()));
     edit(path);
