@@ -1,17 +1,11 @@
 // CGVPath: Explode and Implode over the string array.
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
-#include "gvlib/array/GVStringArray.h"
-#include "gvlib/path/GVPath.h"
+#include "path/path_test_access.h"
 
-namespace {
-
-std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
-
-std::vector<std::string> Items(CGVStringArray const& array) {
+static std::vector<std::string> Items(CGVStringArray const& array) {
     std::vector<std::string> items;
     for (int i = 0; i < array.mGetNumItems(); ++i) {
         CGVString item;
@@ -21,34 +15,27 @@ std::vector<std::string> Items(CGVStringArray const& array) {
     return items;
 }
 
-}  // namespace
-
 // Each text explodes (clearing what the array held), implodes with delimiters
 // normalised to the kind AppendPath picks, and the normalised form explodes
 // into the same pieces again.
 TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
-    struct Row { const char* text; const char* volume; std::vector<std::string> parts; const char* imploded; };
+    struct Row { std::string text; const char* volume; std::vector<std::string> parts; const char* imploded; };
     const Row rows[] = {
-        {"", "", {}, ""},
-        {"C:", "C:", {}, "C:"},
+        {"", "", {}, ""}, {"C:", "C:", {}, "C:"}, {"a", "", {"a"}, "a"}, {"\\/\\", "", {}, ""},
         {"C:\\dir\\\\sub\\file.txt", "C:", {"dir", "sub", "file.txt"}, "C:\\dir\\sub\\file.txt"},
         {"C:\\dir\\\\sub\\", "C:", {"dir", "sub"}, "C:\\dir\\sub"},
-        {"a/b/", "", {"a", "b"}, "a\\b"},
-        {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
+        {"a/b/", "", {"a", "b"}, "a\\b"}, {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
         {"C:/a/b", "C:", {"a", "b"}, "C:\\a\\b"},
         {"\\\\server\\share\\x", "\\\\server\\", {"share", "x"}, "\\\\server\\share\\x"},
         {"1ab://host/x/y", "1ab://host/", {"x", "y"}, "1ab://host/x/y"},
         {"\xE4/\xFF", "", {"\xE4", "\xFF"}, "\xE4\\\xFF"},
-        {"\\/\\", "", {}, ""},
-        {"a", "", {"a"}, "a"},
+        {std::string("ab\0c\\d", 6), "", {"ab", "d"}, "ab\\d"},  // a piece ends at a NUL inside it
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+        SCOPED_TRACE(testing::PrintToString(row.text));
         CGVPath volume("stale"), joined("old"), again;
-        CGVStringArray parts, againParts;
-        CGVString stale("stale");
-        parts.mAdd(&stale);
-        CGVPath(row.text).Explode(volume, parts);
+        CGVStringArray parts = List({"stale"}), againParts;
+        After(row.text, [&](CGVPath& p) { p.Explode(volume, parts); });
         EXPECT_EQ(row.volume, Text(volume));
         EXPECT_EQ(row.parts, Items(parts));
         joined.Implode(volume, parts);
@@ -60,13 +47,7 @@ TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
 }
 
 TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
-    CGVStringArray parts;
-    CGVString items[] = {"a", "", "b"};
-    for (CGVString& item : items)
-        parts.mAdd(&item);
-    for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"}) {
-        CGVPath path;
-        path.Implode(volume, parts);
-        EXPECT_STREQ(volume && *volume ? "x:/a/b" : "a\\b", path);
-    }
+    CGVStringArray parts = List({"a", "", "b"});
+    for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"})
+        EXPECT_EQ(volume && *volume ? "x:/a/b" : "a\\b", After("old", [&](CGVPath& p) { p.Implode(volume, parts); }));
 }

@@ -2,57 +2,37 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
-#include "gvlib/path/GVPath.h"
 #include "gvlib/platform/gvplatform.h"
 #include "path/path_test_access.h"
 
-namespace {
-
 using Access = GVPathTestAccess;
-
-// Awkward texts for the prefix and search members; high bytes are never letters
-// or white space in the "C" locale.
-struct PrefixRow {
-    const char* text;
-    int unc, drive, full, url, qualified;
-};
-
-const PrefixRow kPrefixRows[] = {
-    {"", 0, 0, 0, 0, 0},          {"C", 0, 0, 0, 0, 0},         {"C:", 0, 1, 0, 0, 1},
-    {"C:x", 0, 0, 0, 0, 0},       {"C:\\", 0, 1, 1, 0, 1},       {"C:/", 0, 1, 1, 0, 1},
-    {"z:\\dir\\", 0, 1, 1, 0, 1},  {"1:\\", 0, 0, 0, 0, 0},       {"\xC4:\\", 0, 0, 0, 0, 0},
-    {"\\\\", 0, 0, 0, 0, 0},        {"\\\\s", 1, 0, 1, 0, 1},       {"\\\\server\\share", 1, 0, 1, 0, 1},
-    {"//server", 0, 0, 0, 0, 0},  {"\\/x", 0, 0, 0, 0, 0},       {"http://x", 0, 0, 0, 1, 1},
-    {"ftp:x", 0, 0, 0, 1, 1},     {"ab:c", 0, 0, 0, 0, 0},      {"C:\\x:y", 0, 1, 1, 0, 1},
-    {"\\dir:x", 0, 0, 0, 1, 1},
-};
-
-}  // namespace
 
 TEST(CGVPathModel, IsAStringThroughTheValueInterface) {
     CGVPath path("C:\\dir");
-    std::unique_ptr<CGVObject> copy(path.mCopy());
+    std::unique_ptr<CGVObject> copy(path.mCopy()), fresh(path.mNew());
     EXPECT_EQ(nullptr, dynamic_cast<CGVPath*>(copy.get()));
-    ASSERT_NE(nullptr, dynamic_cast<CGVString*>(copy.get()));
-    EXPECT_STREQ("C:\\dir", *dynamic_cast<CGVString*>(copy.get()));
-    std::unique_ptr<CGVObject> fresh(path.mNew());
     EXPECT_EQ(nullptr, dynamic_cast<CGVPath*>(fresh.get()));
-
-    CGVPath assigned;
-    EXPECT_STREQ("x", assigned = 'x');
-    EXPECT_STREQ("w\xE4", assigned = L"w\u00E4");
-    EXPECT_STREQ("u", assigned = reinterpret_cast<unsigned char const*>("u"));
-    EXPECT_STREQ("s", assigned = CGVString("s"));
-    EXPECT_STREQ("C:\\dir", assigned = path);
-    EXPECT_STREQ("---", CGVPath('-', 3));
+    EXPECT_STREQ("C:\\dir", *dynamic_cast<CGVString*>(copy.get()));
+    CGVPath a, b, c, d, e;
+    EXPECT_EQ("x w\xE4 u s C:\\dir ---", Text(a = 'x') + " " + Text(b = L"w\u00E4") + " " +
+                                             Text(c = reinterpret_cast<unsigned char const*>("u")) + " " +
+                                             Text(d = CGVString("s")) + " " + Text(e = path) + " " +
+                                             Text(CGVPath('-', 3)));
     // The default scheme is bound to the constant itself, not to a copy of it.
     EXPECT_EQ(&CGVPath::URL_SCHEME_HTTP, &CGVPath::DEFAULT_URL_SCHEME);
 }
 
-TEST(CGVPathModel, PrefixTestsOverTheAwkwardTable) {
-    for (const PrefixRow& row : kPrefixRows) {
+// High bytes are never letters or white space in the "C" locale.
+TEST(CGVPathModel, PrefixTests) {
+    struct Row { const char* text; int unc, drive, full, url, qualified; } const rows[] = {
+        {"", 0, 0, 0, 0, 0},          {"C", 0, 0, 0, 0, 0},     {"C:", 0, 1, 0, 0, 1},       {"C:x", 0, 0, 0, 0, 0},
+        {"C:\\", 0, 1, 1, 0, 1},       {"C:/", 0, 1, 1, 0, 1},   {"z:\\dir\\", 0, 1, 1, 0, 1}, {"1:\\", 0, 0, 0, 0, 0},
+        {"\xC4:\\", 0, 0, 0, 0, 0},    {"\\\\", 0, 0, 0, 0, 0},  {"\\\\s", 1, 0, 1, 0, 1},     {"//server", 0, 0, 0, 0, 0},
+        {"\\\\server\\share", 1, 0, 1, 0, 1}, {"\\/x", 0, 0, 0, 0, 0}, {"http://x", 0, 0, 0, 1, 1}, {"ab:c", 0, 0, 0, 0, 0},
+        {"ftp:x", 0, 0, 0, 1, 1},     {"C:\\x:y", 0, 1, 1, 0, 1}, {"\\dir:x", 0, 0, 0, 1, 1}, {"@:\\", 0, 0, 0, 0, 0},
+        {"[:", 0, 0, 0, 0, 0},        {"`:", 0, 0, 0, 0, 0},    {"{:", 0, 0, 0, 0, 0},       {"Z:", 0, 1, 0, 0, 1}};
+    for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
         CGVPath path(row.text);
         EXPECT_EQ(row.unc, path.IsUNCSpecified());
@@ -61,22 +41,17 @@ TEST(CGVPathModel, PrefixTestsOverTheAwkwardTable) {
         EXPECT_EQ(row.url, path.IsURL());
         EXPECT_EQ(row.qualified, path.IsQualified());
         // The drive letter comes exactly with the drive form, in its own case.
-        CGVPath letter = path.GetDriveLetter();
-        EXPECT_STREQ(row.drive ? std::string(row.text, 1).c_str() : "", letter);
+        EXPECT_EQ(row.drive ? std::string(row.text, 1) : "", Text(path.GetDriveLetter()));
         EXPECT_TRUE(path.GetUNCVolume().IsEmpty());
     }
 }
 
 TEST(CGVPathModel, DelimiterSearchesPreferTheBackslash) {
-    struct Row {
-        const char* text;
-        int last, first, space, type;
-    };
-    const Row rows[] = {
-        {"", -1, -1, -1, -1},       {"a\\b/c", 1, 1, -1, -1},        {"a/b/c", 3, 1, -1, -1},
-        {"a\\b.c/d", 1, 1, -1, 3},   {"dir.x\\name", 5, 5, -1, -1},   {"name.", -1, -1, -1, 4},
-        {".profile", -1, -1, -1, 0}, {"a b\tc", -1, -1, 1, -1},       {"\xA0\x85.\xFF", -1, -1, -1, 2},
-        {"x\v", -1, -1, 1, -1},     {"/a/b/", 4, 0, -1, -1},
+    struct Row { const char* text; int last, first, space, type; } const rows[] = {
+        {"", -1, -1, -1, -1},        {"a\\b/c", 1, 1, -1, -1},      {"a/b/c", 3, 1, -1, -1},
+        {"a\\b.c/d", 1, 1, -1, 3},   {"dir.x\\name", 5, 5, -1, -1}, {"name.", -1, -1, -1, 4},
+        {".profile", -1, -1, -1, 0}, {"a b\tc", -1, -1, 1, -1},     {"\xA0\x85.\xFF", -1, -1, -1, 2},
+        {"x\v", -1, -1, 1, -1},      {"/a/b/", 4, 0, -1, -1},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
@@ -86,68 +61,33 @@ TEST(CGVPathModel, DelimiterSearchesPreferTheBackslash) {
         EXPECT_EQ(row.space, Access::FindWhitespace(path));
         EXPECT_EQ(row.type, Access::FindLastTypeDelimiter(path));
     }
-    EXPECT_EQ(1, CGVPath::IsCharPathDelimiter('/'));
-    EXPECT_EQ(0, CGVPath::IsCharPathDelimiter(':'));
-    EXPECT_EQ(1, CGVPath::IsLegalDriveLetter('z'));
-    EXPECT_EQ(0, CGVPath::IsLegalDriveLetter('\xC4'));
-    EXPECT_EQ(0, CGVPath::IsLegalDriveLetter('@'));
+    for (int c = 0; c < 256; ++c)
+        EXPECT_EQ(c == '\\' || c == '/', CGVPath::IsCharPathDelimiter(static_cast<char>(c))) << c;
 }
 
-TEST(CGVPathModel, DelimiterFormsGoBothWays) {
-    CGVPath path("C:\\a\\b/\\\\");
-    path.MakeDelimitersCanonical();
-    EXPECT_STREQ("C:/a/b", path);
-    CGVPath slashed("a/b/");
-    EXPECT_STREQ("a\\b\\", slashed.FormatFilePathDelimiters());
-    EXPECT_STREQ("a/b/", slashed);
-    // White space stops the trailing run.
-    CGVPath spaced("a\\b\\ ");
-    spaced.MakeDelimitersCanonical();
-    EXPECT_STREQ("a/b/ ", spaced);
-}
-
-TEST(CGVPathModel, IsTypeComparesTheTailWithoutCase) {
-    struct Row {
-        const char* path;
-        const char* type;
-        int expected;
-    };
-    const Row rows[] = {
-        {"notes.txt", "txt", 1},     {"notes.txt", ".TXT", 1}, {"notes.txt", " txt\t", 1},
-        {"notestxt", "txt", 0},      {"dir/txt", "txt", 0},    {"dir\\.txt", ".txt", 1},
-        {"a.txt", "TXT", 1},         {"name.", "", 1},         {"name", "", 0},
-        {"name.", nullptr, 1},       {"", "", 0},              {"txt", "txt", 0},
-        {".txt", ".txt", 1},         {"t", "txt", 0},          {"a.\xE4\xF6", "\xE4\xF6", 1},
-        {"a.\xE4", "\xC4", 0},       {"a.b", "  ", 0},         {"x.tar.gz", "tar.gz", 1},
+TEST(CGVPathModel, FileTypes) {
+    struct Row { const char *path, *type; int expected; } const rows[] = {
+        {"notes.txt", "txt", 1},  {"notes.txt", ".TXT", 1}, {"notes.txt", " txt\t", 1}, {"notestxt", "txt", 0},
+        {"dir/txt", "txt", 0},    {"dir\\.txt", ".txt", 1}, {"name.", "", 1},           {"name", "", 0},
+        {"name.", nullptr, 1},    {"", "", 0},              {"txt", "txt", 0},          {".txt", ".txt", 1},
+        {"t", "txt", 0},          {"a.\xE4\xF6", "\xE4\xF6", 1}, {"a.\xE4", "\xC4", 0},  {"a.b", "  ", 0},
+        {"x.tar.gz", "tar.gz", 1}, {"xtxt", "txt", 0},      {"a.TxT", "tXt", 1},        {"a.txu", "txt", 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.path) + " / " + (row.type ? row.type : "(null)"));
         EXPECT_EQ(row.expected, CGVPath(row.path).IsType(row.type));
     }
-}
-
-TEST(CGVPathModel, IsTypeByIdReadsTheHostStringTable) {
-    gvplatform::SetStringResource(7001, " htm ");
-    CGVPath page("index.HTM");
-    EXPECT_EQ(1, page.IsType(7001));
-    EXPECT_EQ(0, page.IsType(7002));  // no such entry
+    gvplatform::SetStringResource(7001, " htm ");  // 7002 is no entry
+    EXPECT_EQ(1, CGVPath("index.HTM").IsType(7001) - CGVPath("index.HTM").IsType(7002));
     gvplatform::SetStringResource(7001, nullptr);
-    EXPECT_EQ(0, page.IsType(7001));
-}
-
-TEST(CGVPathModel, ShortcutsAndHtmlFiles) {
-    struct Row {
-        const char* path;
-        int shortcut, html;
+    EXPECT_EQ(0, CGVPath("index.HTM").IsType(7001));
+    struct Kind { const char* path; int shortcut, html; } const kinds[] = {
+        {"", 0, 0},           {"a.lnk", 1, 0},       {"a.PIF", 1, 0}, {"lnk", 0, 0},      {"index.HTM", 0, 1},
+        {"index.html", 0, 1}, {"index.html5", 0, 0}, {"html", 0, 0},  {"a.htm\\b", 0, 0}, {"x/.htm", 0, 1},
     };
-    const Row rows[] = {
-        {"", 0, 0},          {"a.lnk", 1, 0},      {"a.PIF", 1, 0},        {"lnk", 0, 0},  {"index.HTM", 0, 1},
-        {"index.html", 0, 1}, {"index.html5", 0, 0}, {"html", 0, 0},         {"a.htm\\b", 0, 0}, {"x/.htm", 0, 1},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.path);
-        CGVPath path(row.path);
-        EXPECT_EQ(row.shortcut, path.IsTypeShortcut());
-        EXPECT_EQ(row.html, path.IsHTMLFile());
+    for (const Kind& kind : kinds) {
+        SCOPED_TRACE(kind.path);
+        EXPECT_EQ(kind.shortcut, CGVPath(kind.path).IsTypeShortcut());
+        EXPECT_EQ(kind.html, CGVPath(kind.path).IsHTMLFile());
     }
 }

@@ -1,8 +1,30 @@
-// The private members of CGVPath, reached by the path tests through the friend
-// declaration the class grants them.
+// What the path tests share: the private members of CGVPath, reached through the
+// friend declaration the class grants them, the text of a path as bytes, and
+// string arrays built from a list.
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "gvlib/array/GVStringArray.h"
 #include "gvlib/path/GVPath.h"
+
+inline std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
+
+// The text of `text` after `edit`.
+template <typename Edit> std::string After(std::string const& text, Edit edit) {
+    CGVPath path;
+    path.SetString(text.data(), static_cast<int>(text.size()));
+    edit(path);
+    return Text(path);
+}
+
+inline CGVStringArray List(std::vector<CGVString> items) {
+    CGVStringArray list;
+    for (CGVString& item : items)
+        list.mAdd(&item);
+    return list;
+}
 
 struct GVPathTestAccess {
     static int FindLastPathDelimiter(CGVPath const& p) { return p.FindLastPathDelimiter(); }
@@ -11,23 +33,15 @@ struct GVPathTestAccess {
     static int FindLastTypeDelimiter(CGVPath const& p) { return p.FindLastTypeDelimiter(); }
     static int FindURLSchemeDelimiter(CGVPath const& p) { return p.FindURLSchemeDelimiter(); }
     static void PrivateTrimRightPath(CGVPath& p, char delimiter) { p.PrivateTrimRightPath(delimiter); }
-    static int PrivateReplace(CGVPath& p, char from, char to, int limit) {
-        return p.PrivateReplace(from, to, limit);
+    template <typename... A> static int PrivateReplace(CGVPath& p, A... a) { return p.PrivateReplace(a...); }
+    template <typename... A> static int PrivateReplaceWhitespace(CGVPath& p, A... a) {
+        return p.PrivateReplaceWhitespace(a...);
     }
-    static int PrivateReplaceWhitespace(CGVPath& p, char to) { return p.PrivateReplaceWhitespace(to); }
-    static int PrivateReplaceCharacters(CGVPath& p, char const* set, char replacement, int keepSet, int start) {
-        return p.PrivateReplaceCharacters(set, replacement, keepSet, start);
+    template <typename... A> static int PrivateReplaceCharacters(CGVPath& p, A... a) {
+        return p.PrivateReplaceCharacters(a...);
     }
-    static int PrivateReplaceGroup(CGVPath& p, char first, char last, char replacement, int limit) {
-        return p.PrivateReplaceGroup(first, last, replacement, limit);
-    }
-    static int GetVolumeInfo(CGVPath const& p, char const* volume, CGVPath::VolumeInfo& info) {
-        return p.GetVolumeInfo(volume, info);
-    }
-    static void PrivateMakeLegal(CGVPath& p, uint32_t maxComponent, uint32_t maxExtension) {
-        p.PrivateMakeLegal(maxComponent, maxExtension);
-    }
-    static int PrivateIsArrayElement(CGVStringArray const* array, char const* text, int matchCase) {
-        return CGVPath::PrivateIsArrayElement(array, text, matchCase);
-    }
+    template <typename... A> static int PrivateReplaceGroup(CGVPath& p, A... a) { return p.PrivateReplaceGroup(a...); }
+    template <typename... A> static int GetVolumeInfo(CGVPath const& p, A&... a) { return p.GetVolumeInfo(a...); }
+    template <typename... A> static void PrivateMakeLegal(CGVPath& p, A... a) { p.PrivateMakeLegal(a...); }
+    template <typename... A> static int PrivateIsArrayElement(A... a) { return CGVPath::PrivateIsArrayElement(a...); }
 };

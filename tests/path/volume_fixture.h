@@ -1,10 +1,7 @@
-// A test fixture that maps fresh temporary directories as drives and a share:
-//   L:  a fixed long-name drive (255-character components)
-//   S:  a fixed short-name drive (12-character components)
-//   R:  a removable drive
-//   \\server\share  a share
-// and clears the one-entry volume cache of the path class, so that no answer of
-// an earlier test (on another directory under the same letter) is reused.
+// Fresh temporary directories mapped as a fixed long-name drive L: (components
+// of 255), a fixed short-name drive S: (12), a removable drive R: and a share
+// \\server\share; the path class's one-entry volume cache is cleared, so that no
+// answer of an earlier test (on another directory under the same letter) is reused.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +21,7 @@ protected:
         root_ = ::testing::TempDir() + "gvlib_path_XXXXXX";
         ASSERT_NE(nullptr, mkdtemp(&root_[0]));
         for (char const* dir : {"long", "short", "removable", "share", "spare"})
-            std::filesystem::create_directory(root_ + "/" + dir);
+            MakeDir(dir);
         gvplatform::ResetVolumes();
         gvplatform::MapDrive('L', root_ + "/long", Options(gvplatform::kDriveFixed, 255));
         gvplatform::MapDrive('S', root_ + "/short", Options(gvplatform::kDriveFixed, 12));
@@ -45,13 +42,11 @@ protected:
 
     static gvplatform::VolumeOptions Options(uint32_t type, uint32_t maxComponent) {
         gvplatform::VolumeOptions options;
-        options.driveType = type;
-        options.maxComponentLength = maxComponent;
+        options.driveType = type, options.maxComponentLength = maxComponent;
         return options;
     }
 
-    /// The host path of `relative` (written with slashes) under the fixture's root:
-    /// "long/dir" is L:\dir.
+    /// The host path of `relative` under the fixture's root: "long/dir" is L:\dir.
     std::string Host(std::string const& relative) const { return root_ + "/" + relative; }
 
     void MakeDir(std::string const& relative) const { std::filesystem::create_directories(Host(relative)); }
