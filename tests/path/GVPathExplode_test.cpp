@@ -51,3 +51,26 @@ TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
     for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"})
         EXPECT_EQ(volume && *volume ? "x:/a/b" : "a\\b", After("old", [&](CGVPath& p) { p.Implode(volume, parts); }));
 }
+
+// Parts that carry delimiters or NULs of their own join as AppendPath would join
+// them one by one: the joint takes the delimiter kind nearest the end, runs of
+// delimiters at a joint collapse, and a first part onto an empty path is taken whole.
+TEST(CGVPathExplode, ImplodeJoinsLikeAppendingEachPart) {
+    struct Row { const char* volume; std::vector<std::string> parts; std::string joined; };
+    const Row rows[] = {
+        {"C:", {"a/b", "c"}, "C:\\a/b/c"}, {"C:", {"x\\", "\\y"}, "C:\\x\\y"},
+        {"", {"\\a", "c"}, "\\a\\c"}, {nullptr, {"", ""}, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.joined);
+        std::vector<CGVString> parts;
+        for (const std::string& part : row.parts)
+            parts.emplace_back(CString(part.data(), static_cast<int>(part.size())));
+        CGVPath p("old");
+        p.Implode(row.volume, List(parts));
+        EXPECT_EQ(row.joined, std::string(p.GetString(), static_cast<size_t>(p.GetLength())));
+    }
+    CGVPath self("D:\\");  // the volume may be the path's own text
+    self.Implode(self.GetString(), List({"e", "f"}));
+    EXPECT_EQ("D:\\e\\f", Text(self));
+}
