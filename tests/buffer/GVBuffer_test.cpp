@@ -59,6 +59,9 @@ TEST(CGVBuffer, InitConcatAndNull) {
     // Counts that take the length past 32 bits are refused before p is read.
     EXPECT_THROW(b.mConcat("x", INT32_MAX), CMemoryException);
     EXPECT_EQ("abcde", Content(b));
+    std::string big(70000, 'z');
+    b.mConcat(big.data(), 70000);  // a step past 64 KiB takes a fresh block
+    EXPECT_EQ("abcde" + big, Content(b));
     EXPECT_THROW(none.mInit(nullptr, INT32_MAX), CMemoryException);
     EXPECT_EQ(nullptr, static_cast<char const*>(none));
     EXPECT_EQ(1, none.mIsNull());
@@ -172,7 +175,11 @@ TEST(CGVBuffer, ReplaceAll) {
         EXPECT_EQ(row.want, Content(b));
         EXPECT_NE(nullptr, static_cast<char const*>(b));
     }
-    EXPECT_EQ(0, CGVBuffer().mReplaceAll("a", "b"));
+    CGVBuffer b;
+    EXPECT_EQ(0, b.mReplaceAll("a", "b"));
+    Fill(b, "abcb");
+    EXPECT_EQ(2, b.mReplaceAll("b", nullptr));  // no replacement text: removed
+    EXPECT_EQ("ac", Content(b));
 }
 
 TEST(CGVBuffer, CompareIsUnsignedThenByLength) {
@@ -224,6 +231,8 @@ TEST(CGVBuffer, Assignments) {
     b = CGVBuffer();
     EXPECT_EQ(0, b.mGetLength());
     fresh.operator=(static_cast<CGVObject const&>(CGVBuffer()));
+    std::istringstream zero("0  ");
+    fresh.Serialize(zero);
     EXPECT_EQ(nullptr, fresh.mGetBuffer());  // nothing to hold, no block
 }
 

@@ -40,12 +40,11 @@ std::vector<std::string> const& Forms() {
             "W1999 12 31 23 59 58 ", "XU2 T3 a b T0  ", "XU0 ", "YU2 U5 U-1 ", "YU1 U7 "};
         std::string strings = "XU1000 ", numbers = "YU1000 ";
         for (int32_t i = 0; i < 1000; ++i) {
-            std::string text = i % 3 == 0 ? "" : "x y\n" + std::string(static_cast<size_t>(i % 7), 'z');
+            std::string text = std::string(static_cast<size_t>(i % 7), 'z') + (i % 3 ? " y\n" : "");
             strings += "T" + std::to_string(text.size()) + " " + text + " ";
             numbers += "U" + std::to_string(i * 7919 - 500000) + " ";
         }
-        out.push_back(strings);
-        out.push_back(numbers);
+        out.insert(out.end(), {strings, numbers, "V70000 " + std::string(70000, '\xFF') + " "});
         return out;
     }();
     return forms;
