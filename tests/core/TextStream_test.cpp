@@ -143,7 +143,8 @@ TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
         {"XU-3 T1 a ", "XU1 T4 keep ", "same"},
         {"XU2147483647 T1 a", "memory", "memory"},
         // White space before a tag is skipped, so a digit there is the tag.
-        {"XU2 \t3 ab \r3 ab ", "XU3 T4 keep T0  T0  ", "archive 3"},
+        {"XU1 \t3 abc ", "XU2 T4 keep T0  ", "archive 3"},
+        {"XU1 \r3 abc ", "XU2 T4 keep T0  ", "archive 3"},
         {"XU1 T00000000010 0123456789 ", "XU2 T4 keep T10 0123456789 ", "same"},  // 11 digits
         {"YU3 U7 ", "YU4 U9 U7 U0 U0 ", "archive 3"},
         {"YU536870912 U7 ", "memory", "memory"},
