@@ -162,6 +162,15 @@ TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
     }
 }
 
+// Not settled by the format; what the operators give, as for every class.
+TEST(TextStream, AStreamInHexWritesItsNumbersInHex) {
+    std::istringstream is;
+    std::unique_ptr<CGVObject> obj = Read("XU1 T10 0123456789 ", is);
+    std::ostringstream os;
+    os << std::hex << *obj;
+    EXPECT_EQ("XU1 Ta 0123456789 ", os.str());
+}
+
 TEST(TextStream, StrayTags) {
     for (const char* form : {"Z3 abc ", "   ", ""}) {
         std::istringstream is;
