@@ -167,7 +167,7 @@ TEST(CGVBuffer, ReplaceAll) {
         {"end", "nd", "ND!", "eND!", 1},  {"ab", "abc", "z", "ab", 0},   {"abc", "", "z", "abc", 0},
         {std::string("a\0b", 3), "b", "cd", std::string("a\0cd", 4), 1},
         {"abac", "ac", "-", "ab-", 1},  // the first byte matches before the whole does
-        {std::string(20, 'a'), "a", "bb", std::string(40, 'b'), 20},  // past the first guess at the size
+        {"x" + std::string(20, 'a'), "a", "bb", "x" + std::string(40, 'b'), 20},  // past the first guess at the size
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.content + " / " + row.find + " / " + row.repl);
