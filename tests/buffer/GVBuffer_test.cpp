@@ -85,6 +85,11 @@ TEST(CGVBuffer, AppendingItselfSurvivesTheBlockMoving) {
 }
 
 TEST(CGVBuffer, LockedBlockNeverMoves) {
+    CGVBuffer w;
+    w.mConcat("ab", 2);
+    std::memcpy(w.mLockBuffer(10), "wxyz", 4);
+    w.mUnlock(4);
+    EXPECT_EQ("abwxyz", Content(w));
     CGVBuffer b(0, 16);
     b.mConcat("0123456789", 10);
     char* block = b.mGetBuffer();

@@ -54,7 +54,8 @@ TEST(CGVLong, AssignAndCompareAcrossClasses) {
     EXPECT_EQ(8, nine.mGetValue());
     EXPECT_NO_THROW(base = CGVBuffer(2));  // another class changes nothing
     EXPECT_EQ(9, v.mGetValue());
-    for (auto [left, right] : {std::pair<CGVLong*, CGVLong*>{&v, &nine}, {&nine, &minus}}) {
+    CGVLong five(5);
+    for (auto [left, right] : {std::pair<CGVLong*, CGVLong*>{&v, &nine}, {&five, &minus}}) {
         EXPECT_EQ(1, left->mCompare(right));
         EXPECT_EQ(-1, right->mCompare(left));
         EXPECT_EQ(0, left->mCompare(left));
