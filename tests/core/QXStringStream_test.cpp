@@ -59,8 +59,9 @@ TEST(TQXStringStream, ReadsAPrivateCopyThatSyncRewinds) {
     EXPECT_EQ(std::char_traits<char>::eof(), s.peek());
     s.clear();
     s.rdbuf()->pubsync();
-    s >> first;
-    EXPECT_EQ("ab", first);
+    std::string again;
+    s >> again;
+    EXPECT_EQ("ab", again);
     BufOf(s).mSetReadData(nullptr, 0);
     EXPECT_FALSE(s.get(c));
 }
