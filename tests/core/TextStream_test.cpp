@@ -1,11 +1,12 @@
-// The text stream format across classes: exact forms, round trips through the
-// factory, and every truncation of a valid form.
+// The text stream format across classes: exact forms read and written back,
+// every truncation, damaged bodies and stray tags.
 #include <gtest/gtest.h>
 
 #include <map>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/array/GVStringArray.h"
@@ -30,57 +31,60 @@ std::unique_ptr<CGVObject> Read(std::string const& form, std::istringstream& is)
     return std::unique_ptr<CGVObject>(CGVObject::mNew(is));
 }
 
-}  // namespace
-
-TEST(TextStream, ExactForms) {
-    CGVLong minus(-15);
-    EXPECT_EQ("U-15 ", Written(minus));
-    CGVBuffer empty;
-    EXPECT_EQ("V0  ", Written(empty));
-    CGVBuffer bytes;
-    bytes.mInit("\0 \n", 3);
-    EXPECT_EQ(std::string("V3 \0 \n ", 7), Written(bytes));
-    CGVDate date(2004, 3, 7, 14, 5, 9);
-    EXPECT_EQ("W2004 3 7 14 5 9 ", Written(date));
+// Whole forms of every class with a text form; awkward bytes inside the bodies.
+std::vector<std::string> const& Forms() {
+    static const std::vector<std::string> forms = [] {
+        std::vector<std::string> out = {
+            "T3 a b ", "T0  ", "T21 T3 looks like a tag\r\n ", "U-15 ", "U0 ", "U-2147483648 ",
+            std::string("V3 \0 \n ", 7), "V0  ", std::string("V6 \xFF\0 V9  ", 10), "W2004 3 7 14 5 9 ",
+            "W1999 12 31 23 59 58 ", "XU2 T3 a b T0  ", "XU0 ", "YU2 U5 U-1 ", "YU1 U7 "};
+        std::string strings = "XU1000 ", numbers = "YU1000 ";
+        for (int32_t i = 0; i < 1000; ++i) {
+            std::string text = std::string(static_cast<size_t>(i % 7), 'z') + (i % 3 ? " y\n" : "");
+            strings += "T" + std::to_string(text.size()) + " " + text + " ";
+            numbers += "U" + std::to_string(i * 7919 - 500000) + " ";
+        }
+        out.insert(out.end(), {strings, numbers, "V70000 " + std::string(70000, '\xFF') + " "});
+        return out;
+    }();
+    return forms;
 }
 
-TEST(TextStream, FactoryRoundTripsEveryClassBackToBack) {
-    CGVString text("T3 looks like a tag\r\n");
-    CGVLong number(-2147483647 - 1);
-    CGVBuffer bytes;
-    bytes.mInit("\xFF\0 V9 ", 6);
-    CGVDate date(1999, 12, 31, 23, 59, 58);
-    std::string all = Written(text) + Written(number) + Written(bytes) + Written(date);
-    std::istringstream is(all);
-    std::unique_ptr<CGVObject> objs[4];
-    for (auto& obj : objs) {
-        obj.reset(CGVObject::mNew(is));
+}  // namespace
+
+// Read by the factory and written back byte for byte, alone and back to back.
+TEST(TextStream, FormsRoundTripThroughTheFactory) {
+    std::string all;
+    for (std::string const& form : Forms()) {
+        SCOPED_TRACE(form.substr(0, 30));
+        std::istringstream is;
+        std::unique_ptr<CGVObject> obj = Read(form, is);
         ASSERT_NE(nullptr, obj);
+        EXPECT_EQ(form, Written(*obj));
+        EXPECT_FALSE(is.fail());
+        EXPECT_EQ(std::char_traits<char>::eof(), is.peek());
+        all += " \n\t" + form;  // white space before a tag is skipped
     }
-    EXPECT_EQ(0, text.mCompare(objs[0].get()));
-    EXPECT_EQ(0, number.mCompare(objs[1].get()));
-    EXPECT_EQ(0, bytes.mCompare(objs[2].get()));
-    EXPECT_EQ(0, date.mCompare(objs[3].get()));
+    std::istringstream is(all);
+    for (std::string const& form : Forms()) {
+        std::unique_ptr<CGVObject> obj(CGVObject::mNew(is));
+        ASSERT_NE(nullptr, obj);
+        EXPECT_EQ(form, Written(*obj));
+    }
     EXPECT_EQ(nullptr, CGVObject::mNew(is));
 }
 
-// Cutting a valid form anywhere after its tag leaves the stream failed, whatever
-// the class; cutting it before the tag gives no object at all.
+// Cutting a form anywhere after its tag leaves the stream failed, whatever the
+// class; cutting it before the tag gives no object at all.
 TEST(TextStream, EveryTruncationLeavesTheStreamFailed) {
-    const std::string forms[] = {"T3 a b ",          "T0  ",         "U-15 ", std::string("V3 \0\1\2 ", 7),
-                                 "V0  ",             "W2004 3 7 14 5 9 ", "XU2 T3 a b T0  ", "YU2 U5 U-1 ",
-                                 "XU0 ",             "YU1 U7 "};
-    for (std::string const& form : forms) {
-        for (size_t cut = 0; cut < form.size(); ++cut) {
+    for (std::string const& form : Forms()) {
+        for (size_t cut = 0; cut < form.size(); cut += form.size() < 64 ? 1 : 97) {
             SCOPED_TRACE(form.substr(0, cut));
             std::istringstream is;
             std::unique_ptr<CGVObject> obj = Read(form.substr(0, cut), is);
             EXPECT_EQ(cut > 0, obj != nullptr);
             EXPECT_TRUE(is.fail());
         }
-        std::istringstream whole;
-        EXPECT_NE(nullptr, Read(form, whole));
-        EXPECT_FALSE(whole.fail());
     }
 }
 
@@ -138,6 +142,10 @@ TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
         {"XU3 T1 a", "XU4 T4 keep T1 a T0  T0  ", "archive 3"},
         {"XU-3 T1 a ", "XU1 T4 keep ", "same"},
         {"XU2147483647 T1 a", "memory", "memory"},
+        // White space before a tag is skipped, so a digit there is the tag.
+        {"XU1 \t3 abc ", "XU2 T4 keep T0  ", "archive 3"},
+        {"XU1 \r3 abc ", "XU2 T4 keep T0  ", "archive 3"},
+        {"XU1 T00000000010 0123456789 ", "XU2 T4 keep T10 0123456789 ", "same"},  // 11 digits
         {"YU3 U7 ", "YU4 U9 U7 U0 U0 ", "archive 3"},
         {"YU536870912 U7 ", "memory", "memory"},
     };
@@ -154,41 +162,23 @@ TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
     }
 }
 
-TEST(TextStream, WrongTagsAndWhiteSpace) {
+// Not settled by the format; what the operators give, as for every class.
+TEST(TextStream, AStreamInHexWritesItsNumbersInHex) {
     std::istringstream is;
-    EXPECT_EQ(nullptr, Read("Z3 abc ", is));
-    EXPECT_EQ(nullptr, Read("   ", is));
-    EXPECT_EQ(nullptr, Read("", is));
-    std::unique_ptr<CGVObject> obj = Read(" \n\tU7 ", is);
-    ASSERT_NE(nullptr, dynamic_cast<CGVLong*>(obj.get()));
-    EXPECT_EQ(7, static_cast<CGVLong*>(obj.get())->mGetValue());
+    std::unique_ptr<CGVObject> obj = Read("XU1 T10 0123456789 ", is);
+    std::ostringstream os;
+    os << std::hex << *obj;
+    EXPECT_EQ("XU1 Ta 0123456789 ", os.str());
+}
+
+TEST(TextStream, StrayTags) {
+    for (const char* form : {"Z3 abc ", "   ", ""}) {
+        std::istringstream is;
+        EXPECT_EQ(nullptr, Read(form, is));
+    }
     // A body of another class read through operator>>: its tag is taken unchecked.
     std::istringstream other("T2 42 ");
     CGVLong number(5);
     other >> number;
     EXPECT_EQ(2, number.mGetValue());
-}
-
-TEST(TextStream, ArraysRoundTripWithZeroOneAndManyElements) {
-    for (int32_t n : {0, 1, 1000}) {
-        SCOPED_TRACE(n);
-        CGVStringArray strings;
-        CGVLongArray numbers;
-        for (int32_t i = 0; i < n; ++i) {
-            CGVString text(i % 3 == 0 ? "" : "x y\n");
-            text += CGVString('z', i % 7);
-            strings.mAdd(&text);
-            numbers.mAdd(&i);
-        }
-        std::string form = Written(strings) + Written(numbers);
-        std::istringstream is(form);
-        std::unique_ptr<CGVObject> s(CGVObject::mNew(is)), l(CGVObject::mNew(is));
-        auto* backStrings = dynamic_cast<CGVStringArray*>(s.get());
-        auto* backNumbers = dynamic_cast<CGVLongArray*>(l.get());
-        ASSERT_NE(nullptr, backStrings);
-        ASSERT_NE(nullptr, backNumbers);
-        ASSERT_EQ(n, backStrings->mGetNumItems());
-        ASSERT_EQ(n, backNumbers->mGetNumItems());
-        EXPECT_EQ(form, Written(*backStrings) + Written(*backNumbers));
-    }
 }
