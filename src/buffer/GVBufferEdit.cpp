@@ -119,12 +119,13 @@ int32_t CGVBuffer::mReadFromFile(CFile& file) {
     // chunks appended is dropped again, and the byte the first one overwrote is
     // put back, so no partial file passes for the whole.
     int32_t const oldLength = m_length;
-    char const oldEnd = m_data != nullptr && oldLength < m_capacity ? m_data[oldLength] : 0;
+    bool const inBlock = m_data != nullptr && oldLength >= 0 && oldLength < m_capacity;  // rolled back: any length
+    char const oldEnd = inBlock ? m_data[oldLength] : 0;
     try {
         return ReadChunks(file);
     } catch (...) {
         m_length = oldLength;
-        if (m_data != nullptr && oldLength < m_capacity)
+        if (inBlock)
             m_data[oldLength] = oldEnd;
         throw;
     }
