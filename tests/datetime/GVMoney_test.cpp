@@ -73,20 +73,18 @@ TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     }
 }
 
-TEST(Money, TextNumbersAndComparisons) {
+TEST(Money, TextNumbersComparisonsAndAssignment) {
     struct Row { int32_t whole, fraction; const char* text; } const rows[] = {
         {12, 50, "12.50"}, {12, 0, "12"}, {0, 5, "0.05"}, {0, -25, "-0.25"}, {-3, 0, "-3"}, {0, 0, "0"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_STREQ(row.text, static_cast<CGVString>(Of(row.whole, row.fraction)));
     }
-    EXPECT_EQ(3, static_cast<int32_t>(CGVMoney(3.99)));
-    EXPECT_EQ(-3, static_cast<int32_t>(CGVMoney(-3.99)));
+    EXPECT_EQ((std::vector<int32_t>{3, -3}), (std::vector<int32_t>{CGVMoney(3.99), CGVMoney(-3.99)}));
     std::ostringstream os;
     CGVMoney written(1.5);
     os << written;
     EXPECT_EQ("", os.str());  // no text stream form
-
     CGVMoney a(1.10), b(1.20), split = Of(0, 110);
     CGVString text("1.10");
     EXPECT_EQ((std::vector<int32_t>{1, 1, 0, -1, 0, 1, -1}), (std::vector<int32_t>{a == split, a < b, a > b,
@@ -96,38 +94,33 @@ TEST(Money, TextNumbersAndComparisons) {
     ExpectParts(1, 10, a);
     std::unique_ptr<CGVObject> copy(base.mCopy());
     EXPECT_EQ(0, a.mCompare(copy.get()));
+    split = b;
+    ExpectParts(1, 20, split);
 }
 
 TEST(Money, VariantConversions) {
     CGVMoney m = Of(3, 50);
     CDBVariant db;
-    db.m_dwType = DBVT_LONG;
-    db.m_lVal = 7;
+    db.m_dwType = DBVT_LONG, db.m_lVal = 7;
     m.mConvertFromDBVariant(db);
     ExpectParts(7, 50, m);
-    db.m_dwType = DBVT_DOUBLE;
-    db.m_dblVal = 7.0;
+    db.m_dwType = DBVT_DOUBLE, db.m_dblVal = 7.0;
     m.mConvertFromDBVariant(db);
     ExpectParts(7, 0, m);
-
     COleVariant cy;
-    cy.vt = VT_CY;
-    cy.cyVal.int64 = 125000;  // 12.5
-    m.mConvertFromOleVariant(cy);
-    ExpectParts(12, 50, m);
-    gvplatform::SetUserDefaultLCID(1031);  // a decimal comma stops strtod
-    m.mConvertFromOleVariant(cy);
-    gvplatform::SetUserDefaultLCID(1033);
-    ExpectParts(12, 0, m);
-    m.mConvertFromOleVariant(COleVariant(int32_t{99}));  // VT_I4 changes nothing
-    ExpectParts(12, 0, m);
-    m.mConvertFromOleVariant(COleVariant(2.25));
-    ExpectParts(2, 25, m);
-    m.mConvertFromOleVariant(COleVariant(0.5f));
-    ExpectParts(0, 50, m);
-    m.mConvertFromOleVariant(COleVariant(short{-4}));  // VT_I2 sets the whole part only
-    ExpectParts(-4, 50, m);
-
+    cy.vt = VT_CY, cy.cyVal.int64 = 125000;  // 12.5
+    // In order, on one value: VT_I4 changes nothing, VT_I2 sets the whole part only.
+    struct Row { COleVariant v; LCID lcid; int32_t whole, fraction; } const rows[] = {
+        {cy, 1033, 12, 50}, {cy, 1031, 12, 0},  // a decimal comma stops strtod
+        {COleVariant(int32_t{99}), 1033, 12, 0}, {COleVariant(2.25), 1033, 2, 25},
+        {COleVariant(0.5f), 1033, 0, 50}, {COleVariant(short{-4}), 1033, -4, 50}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.v.vt);
+        gvplatform::SetUserDefaultLCID(row.lcid);
+        m.mConvertFromOleVariant(row.v);
+        gvplatform::SetUserDefaultLCID(1033);
+        ExpectParts(row.whole, row.fraction, m);
+    }
     COleVariant out;
     Of(-1, -15).mConvertToOleVariant(&out);
     EXPECT_EQ(VT_R8, out.vt);
