@@ -31,6 +31,12 @@ CGVLongArray Holding(Ints const& values, int32_t elementSize = 4) {
     return a;
 }
 
+// A derived array sees the store of every append.
+struct Spy : CGVLongArray {
+    int32_t stores = 0;
+    void mSetArrayItem(void const* item, int32_t index) override { ++stores, CGVLongArray::mSetArrayItem(item, index); }
+};
+
 std::string Text(CGVObject& object) {
     std::ostringstream os;
     os << object;
@@ -88,6 +94,9 @@ TEST(CGVLongArray, AddSearchAndCopy) {
     auto* generic = dynamic_cast<CGVArray*>(copy.get());
     ASSERT_NE(nullptr, generic);
     EXPECT_EQ((Ints{4, 5}), (Ints{generic->mGetElementSize(), generic->mGetNumItems()}));
+    Spy spy;
+    spy.mAdd(&minus);
+    EXPECT_EQ((Ints{1, -1}), (Ints{spy.stores, spy[0]}));
 }
 
 TEST(CGVLongArray, TextAndBufferFormsAppendOnReading) {

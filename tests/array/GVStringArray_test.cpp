@@ -71,6 +71,11 @@ TEST(CGVStringArray, CopyKeepsEmptySlotsAssignmentDropsThem) {
     AddAll(assigned, {"old"});
     assigned = a;
     EXPECT_EQ((Texts{"x", "y"}), Items(assigned));
+    CGVArray generic(4, 16);  // through the generic assignment: no records to read
+    generic = a;
+    int32_t untouched = 5;
+    generic.mGetArrayItem(&untouched, 0);
+    EXPECT_EQ((std::vector<int32_t>{3, 5}), (std::vector<int32_t>{generic.mGetNumItems(), untouched}));
     EXPECT_EQ(nullptr, a.mCopy());
     std::unique_ptr<CGVObject> made(a.mNew());
     EXPECT_EQ(nullptr, dynamic_cast<CGVStringArray*>(made.get()));
@@ -134,6 +139,12 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
     EXPECT_EQ((Texts{"one", "ab", "c", "a b", ""}), Items(into));
     into.mLoad(nothing);
     EXPECT_EQ(0, into.mGetNumItems());
+    CGVStringArray big;  // a text form longer than one chunk of output
+    AddAll(big, {std::string(40000, 'x').c_str(), std::string(40000, 'y').c_str()});
+    std::ostringstream bigText;
+    bigText << big;
+    EXPECT_EQ(80020u, bigText.str().size());
+    EXPECT_EQ("T40000 y", bigText.str().substr(40012, 8));
     std::istringstream is(" XU4 T1 q T2 \n\n");  // count times a string, read or not
     std::unique_ptr<CGVObject> made(CGVObject::mNew(is));
     auto* strings = dynamic_cast<CGVStringArray*>(made.get());

@@ -90,8 +90,9 @@ TEST_P(DateTest, ArithmeticAndDayComparisons) {
     ExpectFields(d -= 86400, {2024, 1, 10, 12, 0, 0});
     early = 1704880800, late = 1704916800, dayBefore = 1704844799;  // 01-10 10:00, 20:00 and 01-09 23:59:59
     first = 1704067200, last = 1704153599, next = 1704153600;       // day 19723 and the next one
-    EXPECT_EQ((std::vector<int32_t>{1, 0, 1, 1, -1, 1, 1, 1, 0}),
-              (std::vector<int32_t>{early == late, early.mCompare(&late), early > dayBefore, dayBefore < early,
+    EXPECT_EQ((std::vector<int32_t>{1, 1, 1, 0, 1, 1, -1, 1, 1, 1, 0}),
+              (std::vector<int32_t>{early == late, early <= late, early >= late, early.mCompare(&late),
+                                    early > dayBefore, dayBefore < early,
                                     dayBefore.mCompare(&late), late.mCompare(&dayBefore), first == 19723,
                                     last == 19723, next == 19723}));
 }

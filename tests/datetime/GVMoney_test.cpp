@@ -54,7 +54,7 @@ TEST(Money, AmountsFromNumbersAndText) {
 // and the compound form (the same value, in place).
 TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     struct Row { int32_t whole, fraction; char op; int32_t otherFraction, n, wantWhole, wantFraction; } const rows[] = {
-        {1, 50, '+', 75, 0, 2, 25},  {0, -25, '+', -90, 0, 0, -115}, {1, 50, '-', 75, 0, 0, 75},
+        {1, 50, '+', 75, 0, 2, 25},  {0, -25, '+', -90, 0, 0, -115}, {0, 50, '+', 50, 0, 1, 0}, {1, 50, '-', 75, 0, 0, 75},
         {1, 20, '-', 10, 0, 1, 10},  {1, 50, '*', 0, 3, 4, 50},      {0, 35, '*', 0, 3, 1, 5},
         {1, 50, '/', 0, 4, 0, 37},   {1, 50, '/', 0, 0, 1, 50},      {10, 0, '/', 0, 3, 3, 33},
         {-10, 0, '/', 0, 3, -3, -33}, {-21474836, -48, '/', 0, -1, -21474836, -48},
@@ -87,8 +87,8 @@ TEST(Money, TextNumbersComparisonsAndAssignment) {
     EXPECT_EQ("", os.str());  // no text stream form
     CGVMoney a(1.10), b(1.20), split = Of(0, 110);
     CGVString text("1.10");
-    EXPECT_EQ((std::vector<int32_t>{1, 1, 0, -1, 0, 1, -1}), (std::vector<int32_t>{a == split, a < b, a > b,
-              a.mCompare(&b), a.mCompare(&a), b.mCompare(&a), a.mCompare(&text)}));
+    EXPECT_EQ((std::vector<int32_t>{1, 1, 0, 0, -1, 0, 1, -1}), (std::vector<int32_t>{a == split, a < b, a > b,
+              a > split, a.mCompare(&b), a.mCompare(&a), b.mCompare(&a), a.mCompare(&text)}));
     CGVObject& base = a;
     base = text;  // another class changes nothing
     ExpectParts(1, 10, a);
@@ -101,6 +101,9 @@ TEST(Money, TextNumbersComparisonsAndAssignment) {
 TEST(Money, VariantConversions) {
     CGVMoney m = Of(3, 50);
     CDBVariant db;
+    db.m_dwType = DBVT_SHORT, db.m_iVal = -2;  // the hundredths stay
+    m.mConvertFromDBVariant(db);
+    ExpectParts(-2, 50, m);
     db.m_dwType = DBVT_LONG, db.m_lVal = 7;
     m.mConvertFromDBVariant(db);
     ExpectParts(7, 50, m);
