@@ -113,7 +113,8 @@ TEST(CGVArray, InsertionAndDeletionIndexRules) {
     EXPECT_THROW(a.mInsertItem(-1), CInvalidArgException);
     for (int16_t step : {int16_t{0}, int16_t{-5}}) {  // careless steps stay inside the block
         SCOPED_TRACE(step);
-        CGVArray c(4, step);
+        CGVArray c(4, 16);
+        c.mInit(4, step);
         AddAll(c, {1, 2, 3, 4, 5});
         c.mInsertItem(0);
         c.mDeleteItem(0);
