@@ -214,7 +214,7 @@ std::vector<Row> Rows() {
         {"CGVBuffer to OLE", Make<CString>([](CString& o) { COleVariant v; std::unique_ptr<CGVBuffer>(Abab())->mConvertToOleVariant(&v); o.Format("%d", v.vt); })},
         {"CGVLong copy", Make<Obj>([](Obj& o) { o.reset(CGVLong(42).mCopy()); })},
         {"CGVLong text write", Make<CString>([](CString& o) { CGVLong l(-7); o = Text(l).c_str(); })},
-        {"CGVLongArray mAdd", On<CGVArray>([] { return Longs(16); }, [](CGVArray& a) { int32_t v = 9; a.mAdd(&v); })},
+        {"CGVLongArray mAdd", On<CGVLongArray>([] { return Longs(16); }, [](CGVLongArray& a) { int32_t v = 9; a.mAdd(&v); })},
         {"CGVLongArray insert", On<CGVArray>([] { return Longs(16); }, [](CGVArray& a) { int32_t v = 9; a.mInsertAtIndex(&v, 3); })},
         {"CGVLongArray sort", On<CGVArray>([] { return Longs(40); }, [](CGVArray& a) { a.mSort(static_cast<SORTORDER>(0)); })},
         {"CGVLongArray mSave", Make<CString>([](CString& o) { o = Saved(Longs(50)).c_str(); })},

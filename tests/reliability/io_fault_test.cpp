@@ -5,10 +5,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "gvlib/array/GVStringArray.h"
