@@ -51,8 +51,7 @@ TEST(CGVStringArray, AddingInsertingAndIndexing) {
     a.mInsertItem(1);
     EXPECT_EQ((Texts{"a", "<empty>", "b", "c", "<empty>"}), Items(a));
     a.mSetArrayItem(&first, 4);
-    a.mDeleteItem(0);
-    a.mDeleteItem(9);
+    a.mDeleteItem(0), a.mDeleteItem(9);
     EXPECT_EQ((Texts{"<empty>", "b", "c", "a"}), Items(a));
     EXPECT_THROW(a.mInsertItem(-1), CInvalidArgException);
     EXPECT_THROW(a.mDeleteItem(-1), CInvalidArgException);
@@ -118,8 +117,7 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
     AddAll(a, {"ab", "c"});
     std::vector<BYTE> expected = gvtest::Header(-1, 16, 16, 2);
     gvtest::Put32(expected, 2);
-    for (BYTE b : std::initializer_list<BYTE>{2, 'a', 'b', 1, 'c'})
-        expected.push_back(b);
+    expected.insert(expected.end(), {2, 'a', 'b', 1, 'c'});
     EXPECT_EQ(expected, gvtest::Stored(a));
     gvtest::Load(expected, back);
     EXPECT_EQ((Texts{"ab", "c"}), Items(back));
@@ -127,8 +125,7 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
 
     AddAll(a, {"a b", ""});
     std::ostringstream os, none;
-    os << a;
-    none << empty;
+    os << a, none << empty;
     EXPECT_EQ("XU4 T2 ab T1 c T3 a b T0  ", os.str());
     EXPECT_EQ("XU0 ", none.str());
     CGVBuffer saved, nothing;

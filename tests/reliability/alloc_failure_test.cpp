@@ -48,8 +48,7 @@ struct Trial {
         } catch (...) {
             other = "a non-standard exception";
         }
-        fired = AllocationFailureFired();
-        FailAllocation(0);
+        fired = AllocationFailureFired(), FailAllocation(0);
         end = state();
         if (threw) {
             op();  // the object must still be usable
@@ -58,10 +57,7 @@ struct Trial {
     }
 };
 
-struct Row {
-    const char* name;
-    std::function<void(Trial&)> body;
-};
+struct Row { const char* name; std::function<void(Trial&)> body; };
 
 // What a target holds, told apart well enough for these operations.
 std::string State(CString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
@@ -277,9 +273,7 @@ class AllocationFailure : public VolumeFixture {};
 }  // namespace
 
 TEST_F(AllocationFailure, EveryPointOfEveryOperation) {
-    Touch("long/report.txt");
-    Touch("short/REPORT.TXT");
-    MakeDir("long/dir");
+    Touch("long/report.txt"), Touch("short/REPORT.TXT"), MakeDir("long/dir");
     std::vector<Row> const rows = Rows();
     int32_t points = 0;
     for (Row const& row : rows) {

@@ -1,6 +1,5 @@
-// File members when the device fails: full disks, read errors, short transfers
-// and files that vanish. Each raises the file exception with the host's cause
-// and leaves the target as it was.
+// File members when the device fails (full disks, read errors, short transfers, files
+// that vanish) raise the file exception with the host's cause and keep the target.
 #include <gtest/gtest.h>
 
 #include <cerrno>
