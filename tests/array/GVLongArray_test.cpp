@@ -1,6 +1,7 @@
 // CGVLongArray: typed access, the growing index, archive bytes and the text form.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <numeric>
 #include <sstream>
@@ -52,7 +53,9 @@ TEST(CGVLongArray, ArchiveBytesAndGrowth) {
     std::vector<BYTE> expected = {4, 0, 0, 0, 16, 0, 16, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0};
     expected.resize(expected.size() + 56, 0);
     EXPECT_EQ(expected, gvtest::Stored(a));
-    struct Row { int32_t items, slots; } rows[] = {{0, 16}, {16, 16}, {17, 32}, {48, 48}, {49, 64}, {10000, 10000}};
+    // items added, slots after adding, slots after one deletion
+    struct Row { int32_t items, slots, slotsAfterDelete; } rows[] = {
+        {0, 16, 16}, {16, 16, 16}, {17, 32, 32}, {33, 48, 48}, {48, 48, 48}, {49, 64, 64}, {10000, 10000, 10000}};
     for (auto const& row : rows) {
         SCOPED_TRACE(row.items);
         Ints values(static_cast<size_t>(row.items));
@@ -61,6 +64,8 @@ TEST(CGVLongArray, ArchiveBytesAndGrowth) {
         EXPECT_EQ(row.slots, grown.mGetAllocatedSlots());
         gvtest::Load(gvtest::Stored(grown), back);
         EXPECT_EQ(values, Items(back));
+        grown.mDeleteItem(0);
+        EXPECT_EQ((Ints{std::max(row.items - 1, 0), row.slotsAfterDelete}), (Ints{grown.mGetNumItems(), grown.mGetAllocatedSlots()}));
     }
     CGVLongArray many = Holding(Ints(10000, 1));
     for (int32_t k = 0; k < 9990; ++k)

@@ -38,33 +38,28 @@ Probe After(Probe d, void (*change)(Probe&)) {
 
 class DateWeekTest : public DateTest {};
 
+int MondayFirst(int v) { return v == 1 ? 7 : v - 1; }
+
 // The week by the steps the date is specified to take, through its public
 // getters and constructors only; the weekdays of the dates it builds are
-// looked up once per year, as they cannot change within one zone.
-class SpecifiedWeek {
-public:
+// looked up once, as they cannot change within one zone.
+struct SpecifiedWeek {
+    std::map<int, int> seen;
+    int Weekday(uint16_t year, uint16_t month, uint16_t day) {
+        auto [it, added] = seen.try_emplace(year * 10000 + month * 100 + day, 0);
+        if (added)
+            it->second = MondayFirst(CGVDate(year, month, day).mGetDayOfWeek());
+        return it->second;
+    }
     int Of(CGVDate const& d) {
         const uint16_t year = d.mGetYear();
         int t = d.mGetDay();
         for (uint16_t i = 1; i + 1 <= d.mGetMonth(); ++i)
             t += CGVDate::mDaysInMonth(i, year);
-        const int a = Weekday(year, 1, 1), b = MondayFirst(d.mGetDayOfWeek());
-        const int w = (t + a - b + 7) / 7 - (a >= 5);
-        if (w != 0)
-            return w;
+        const int a = Weekday(year, 1, 1), w = (t + a - MondayFirst(d.mGetDayOfWeek()) + 7) / 7 - (a >= 5);
         const uint16_t before = static_cast<uint16_t>(year - 1);
-        return Weekday(before, 1, 1) <= 4 && Weekday(before, 12, 31) >= 4 ? 53 : 52;
+        return w != 0 ? w : Weekday(before, 1, 1) <= 4 && Weekday(before, 12, 31) >= 4 ? 53 : 52;
     }
-
-private:
-    static int MondayFirst(int v) { return v == 1 ? 7 : v - 1; }
-    int Weekday(uint16_t year, uint16_t month, uint16_t day) {
-        auto [it, added] = seen_.try_emplace(year * 10000 + month * 100 + day, 0);
-        if (added)
-            it->second = MondayFirst(CGVDate(year, month, day).mGetDayOfWeek());
-        return it->second;
-    }
-    std::map<int, int> seen_;
 };
 
 }  // namespace

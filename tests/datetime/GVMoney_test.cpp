@@ -82,8 +82,7 @@ TEST(Money, TextNumbersComparisonsAndAssignment) {
     }
     EXPECT_EQ((std::vector<int32_t>{3, -3}), (std::vector<int32_t>{CGVMoney(3.99), CGVMoney(-3.99)}));
     std::ostringstream os;
-    CGVMoney written(1.5);
-    os << written;
+    os << *std::make_unique<CGVMoney>(1.5);
     EXPECT_EQ("", os.str());  // no text stream form
     CGVMoney a(1.10), b(1.20), split = Of(0, 110);
     CGVString text("1.10");
