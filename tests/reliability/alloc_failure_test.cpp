@@ -149,8 +149,7 @@ std::function<void(Obj&)> Factory(std::string form) {
 }
 // Archive bytes of an object, made before any failure is armed, and a load of them.
 std::function<void(CGVObject&)> LoadOf(CGVObject* o) {
-    std::unique_ptr<CGVObject> owned(o);
-    return [bytes = gvtest::Stored(*owned)](CGVObject& target) { gvtest::Load(bytes, target); };
+    return [bytes = gvtest::Stored(*std::unique_ptr<CGVObject>(o))](CGVObject& target) { gvtest::Load(bytes, target); };
 }
 // Stores with an explicit Close: the archive's destructor drops errors, as the framework's did.
 std::string StoreClosed(CGVObject* o) {
