@@ -122,6 +122,11 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
     gvtest::Load(expected, back);
     EXPECT_EQ((Texts{"ab", "c"}), Items(back));
     EXPECT_EQ(expected, gvtest::Stored(back));
+    {
+        gvtest::LoadingPolicy none(false, 0);  // nothing announced, nothing charged
+        gvtest::Load(gvtest::Header(4, 16, 0, 0), back);
+        EXPECT_EQ(0, back.mGetNumItems());
+    }
 
     AddAll(a, {"a b", ""});
     std::ostringstream os, none;
