@@ -57,9 +57,8 @@ TEST(CGVStringArray, AddingInsertingAndIndexing) {
     EXPECT_THROW(a.mDeleteItem(-1), CInvalidArgException);
     EXPECT_EQ((std::vector<int32_t>{0, -16}), (std::vector<int32_t>{a.mGetElementSize(), a.mSize()}));
     a[0] = "filled";  // an empty slot gets a string
-    EXPECT_STREQ("b", a[1].GetString());
-    EXPECT_STREQ("filled", a[4].GetString());  // beyond the count: the first string
-    EXPECT_STREQ("filled", a[70].GetString());
+    // beyond the count: the first string
+    EXPECT_EQ((Texts{"b", "filled", "filled"}), (Texts{a[1].GetString(), a[4].GetString(), a[70].GetString()}));
 }
 
 TEST(CGVStringArray, CopyKeepsEmptySlotsAssignmentDropsThem) {
