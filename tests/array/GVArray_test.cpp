@@ -1,20 +1,31 @@
-// CGVArray: shape, growth and shrink steps, insertion rules, copies and persistence.
+// CGVArray: shape, growth and shrink steps, insertion rules, copies, persistence, sorting and search.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <vector>
 
 #include "support/archive_bytes.h"
-#include "gvlib/array/GVArray.h"
+#include "gvlib/array/GVLongArray.h"
 #include "gvlib/buffer/GVBuffer.h"
+#include "gvlib/core/GVLong.h"
 #include "gvlib/platform/afxexcept.h"
 
 namespace {
 
-std::vector<int32_t> Items(CGVArray const& a) {
-    std::vector<int32_t> out;
+using Ints = std::vector<int32_t>;
+
+// The 4-byte items, or for pointer-sized elements the values the items point to (0: an empty slot).
+Ints Items(CGVArray const& a) {
+    Ints out;
     for (int32_t i = 0; i < a.mGetNumItems(); ++i) {
+        if (a.mGetElementSize() == static_cast<int32_t>(sizeof(void*))) {
+            CGVObject* p = nullptr;
+            a.mGetArrayItem(&p, i);
+            out.push_back(p ? static_cast<CGVLong*>(p)->mGetValue() : 0);
+            continue;
+        }
         int32_t v = -99;
         a.mGetArrayItem(&v, i);
         out.push_back(v);
@@ -22,9 +33,21 @@ std::vector<int32_t> Items(CGVArray const& a) {
     return out;
 }
 
-void AddAll(CGVArray& a, std::vector<int32_t> const& values) {
+void AddAll(CGVArray& a, Ints const& values) {
     for (int32_t v : values)
         a.mAdd(&v);
+}
+
+// An array of pointers to the given value objects, after the given number of empty slots.
+CGVArray PointersTo(std::vector<CGVLong>& values, int empty = 0) {
+    CGVArray a(static_cast<int32_t>(sizeof(void*)), 16);
+    for (CGVObject* none = nullptr; empty-- > 0;)
+        a.mAdd(&none);
+    for (auto& v : values) {
+        CGVObject* p = &v;
+        a.mAdd(&p);
+    }
+    return a;
 }
 
 // The growth the long array's subscript uses, reached through a derived class.
@@ -33,48 +56,23 @@ struct GrowProbe : CGVArray {
     using CGVArray::GrowItemsTo;
 };
 
+CGVArray* g_seenDuringSort = nullptr;
+int32_t g_directionDuringSort = -1;
+
 }  // namespace
 
-TEST(CGVArray, NewArrays) {
-    CGVArray ints(4, 16);
-    EXPECT_EQ(16, ints.mGetAllocatedSlots());
-    EXPECT_EQ(0, ints.mGetNumItems());
-    EXPECT_EQ(64, ints.mSize());
+TEST(CGVArray, NewArraysAndStepGrowth) {
+    CGVArray ints(4, 16), plain;
+    EXPECT_EQ((Ints{16, 0, 64}), (Ints{ints.mGetAllocatedSlots(), ints.mGetNumItems(), ints.mSize()}));
     EXPECT_EQ(std::vector<char>(64, 0), std::vector<char>(static_cast<char*>(ints.mItemPtr(0)),
                                                           static_cast<char*>(ints.mItemPtr(0)) + 64));
-    CGVArray plain;
-    EXPECT_EQ((std::vector<int32_t>{0, 16, 16}),
-              (std::vector<int32_t>{plain.mGetElementSize(), plain.mGetGrowStep(), plain.mGetAllocatedSlots()}));
+    EXPECT_EQ((Ints{0, 16, 16}), (Ints{plain.mGetElementSize(), plain.mGetGrowStep(), plain.mGetAllocatedSlots()}));
     EXPECT_EQ(nullptr, plain.mItemPtr(0));
-}
-
-TEST(CGVArray, GrowsAndShrinksByWholeSteps) {
-    CGVArray a(4, 16);
-    std::vector<int32_t> sixteen(16, 1);
-    AddAll(a, sixteen);
-    EXPECT_EQ(16, a.mGetAllocatedSlots());
-    AddAll(a, {17});
-    EXPECT_EQ(32, a.mGetAllocatedSlots());
-    struct Row {
-        int32_t items, slotsAfterDelete;
-    } rows[] = {{16, 16}, {17, 32}, {33, 48}, {34, 48}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.items);
-        CGVArray b(4, 16);
-        AddAll(b, std::vector<int32_t>(static_cast<size_t>(row.items), 5));
-        if (row.items == 16)
-            b.mResize(32);  // 32 slots holding 16 items
-        b.mDeleteItem(0);
-        EXPECT_EQ(row.items - 1, b.mGetNumItems());
-        EXPECT_EQ(row.slotsAfterDelete, b.mGetAllocatedSlots());
-    }
+    EXPECT_THROW(CGVArray(65540, 32767), CMemoryException);  // a block just past 2 GiB
 }
 
 TEST(CGVArray, GrowingToAnIndexIsInsertingUntilThere) {
-    struct Row {
-        int16_t step;
-        int32_t items, resized, index;
-    } rows[] = {
+    struct Row { int16_t step; int32_t items, resized, index; } rows[] = {
         {16, 3, 16, 15}, {16, 3, 16, 16}, {16, 3, 16, 31}, {16, 3, 16, 32}, {16, 3, 16, 2},
         // Reported slots below the count: each insertion adds one step.
         {1, 5, 2, 7}, {4, 5, 2, 6}, {4, 9, 2, 40}, {0, 3, 1, 9}, {-3, 2, 2, 5},
@@ -84,52 +82,61 @@ TEST(CGVArray, GrowingToAnIndexIsInsertingUntilThere) {
         GrowProbe grown(4, row.step);
         CGVArray inserted(4, row.step);
         for (CGVArray* a : {static_cast<CGVArray*>(&grown), &inserted}) {
-            AddAll(*a, std::vector<int32_t>(static_cast<size_t>(row.items), 5));
+            AddAll(*a, Ints(static_cast<size_t>(row.items), 5));
             a->mResize(row.resized);
         }
         grown.GrowItemsTo(row.index);
         while (inserted.mGetNumItems() <= row.index)
             inserted.mInsertItem(inserted.mGetNumItems());
-        EXPECT_EQ(inserted.mGetNumItems(), grown.mGetNumItems());
-        EXPECT_EQ(inserted.mGetAllocatedSlots(), grown.mGetAllocatedSlots());
+        EXPECT_EQ((Ints{inserted.mGetNumItems(), inserted.mGetAllocatedSlots()}),
+                  (Ints{grown.mGetNumItems(), grown.mGetAllocatedSlots()}));
     }
-    // A block past 2 GiB is refused before anything changes.
-    GrowProbe wide(65540, 1);
+    GrowProbe wide(65540, 1);  // a block past 2 GiB is refused before anything changes
     EXPECT_THROW(wide.GrowItemsTo(40000), CMemoryException);
-    EXPECT_EQ(0, wide.mGetNumItems());
-    EXPECT_EQ(1, wide.mGetAllocatedSlots());
-    // Items without bytes may count up to the 32-bit limit.
-    GrowProbe empty(0, 1);
-    empty.GrowItemsTo(INT32_MAX - 1);
-    EXPECT_EQ(INT32_MAX, empty.mGetNumItems());
-    EXPECT_EQ(INT32_MAX, empty.mGetAllocatedSlots());
+    EXPECT_EQ((Ints{0, 1}), (Ints{wide.mGetNumItems(), wide.mGetAllocatedSlots()}));
+    GrowProbe empty(0, 1);  // items without bytes may count up to the 32-bit limit
+    empty.GrowItemsTo(INT32_MAX - 2);
+    empty.mInsertItem(0);
+    EXPECT_EQ((Ints{INT32_MAX, INT32_MAX}), (Ints{empty.mGetNumItems(), empty.mGetAllocatedSlots()}));
+    EXPECT_THROW(empty.mInsertItem(0), CMemoryException);
 }
 
-TEST(CGVArray, InsertionAndDeletionIndexRules) {
+// Exchanges stay inside the block: the same index, indexes past it, no block.
+TEST(CGVArray, InsertionDeletionAndSwapIndexRules) {
     CGVArray a(4, 16);
     AddAll(a, {1, 2, 3});
     a.mInsertItem(0);
-    int32_t zero = 0;
+    int32_t zero = 0, nine = 9, keep = 42;
     a.mSetArrayItem(&zero, 0);
-    EXPECT_EQ((std::vector<int32_t>{0, 1, 2, 3}), Items(a));
-    int32_t nine = 9;
+    EXPECT_EQ((Ints{0, 1, 2, 3}), Items(a));
     a.mInsertAtIndex(&nine, 4);  // at the count: appends
     a.mInsertAtIndex(&nine, 7);  // beyond: the count rises, nothing is stored
-    EXPECT_EQ(6, a.mGetNumItems());
-    EXPECT_EQ(9, Items(a)[4]);
+    EXPECT_EQ((Ints{6, 9}), (Ints{a.mGetNumItems(), Items(a)[4]}));
     a.mDeleteItem(6);
     a.mDeleteItem(-1);
     EXPECT_EQ(6, a.mGetNumItems());
     a.mDeleteItem(1);
-    std::vector<int32_t> left = Items(a);
-    left.resize(4);
-    EXPECT_EQ((std::vector<int32_t>{0, 2, 3, 9}), left);
-    int32_t keep = 42;
+    Ints left = Items(a);
+    EXPECT_EQ((Ints{0, 2, 3, 9}), Ints(left.begin(), left.begin() + 4));
     a.mGetArrayItem(&keep, a.mGetNumItems());
     a.mGetArrayItem(&keep, -1);
     EXPECT_EQ(42, keep);
     EXPECT_THROW(a.mInsertItem(-1), CInvalidArgException);
-    EXPECT_THROW(CGVArray(65540, 32767), CMemoryException);  // a block just past 2 GiB
+    for (int16_t step : {int16_t{0}, int16_t{-5}}) {  // careless steps stay inside the block
+        SCOPED_TRACE(step);
+        CGVArray c(4, 16);
+        c.mInit(4, step);
+        AddAll(c, {1, 2, 3, 4, 5});
+        c.mInsertItem(0);
+        c.mDeleteItem(0);
+        EXPECT_EQ((Ints{1, 2, 3, 4, 5}), Items(c));
+    }
+    CGVArray wide(8, 2), none(0, 4);
+    for (int64_t v : {1, 2})
+        wide.mAdd(&v);
+    wide.mSwap(0, 1), wide.mSwap(1, 1), wide.mSwap(0, 2), none.mSwap(0, 1);
+    auto* items = static_cast<int64_t*>(wide.mItemPtr(0));
+    EXPECT_EQ((std::vector<int64_t>{2, 1}), std::vector<int64_t>(items, items + 2));
 }
 
 TEST(CGVArray, CopiesKeepTheWholeBlock) {
@@ -138,59 +145,52 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
     a.mDeleteItem(1);  // 8 stays in the block past the count
     CGVArray copy(a);
     EXPECT_EQ(0, std::memcmp(a.mItemPtr(0), copy.mItemPtr(0), 64));
-    EXPECT_EQ(8, *static_cast<int32_t*>(copy.mItemPtr(1)));
     int32_t six = 6;
     copy.mSetArrayItem(&six, 1);  // past the count: not stored
     EXPECT_EQ(8, *static_cast<int32_t*>(copy.mItemPtr(1)));
+    AddAll(copy, Ints(16, 3));  // a copy's block grows with its items in place
+    EXPECT_EQ(7, Items(copy)[0]);
     CGVArray assigned(1, 3);
     assigned = a;
-    EXPECT_EQ(4, assigned.mGetElementSize());
-    EXPECT_EQ(16, assigned.mGetAllocatedSlots());
+    EXPECT_EQ((Ints{4, 16}), (Ints{assigned.mGetElementSize(), assigned.mGetAllocatedSlots()}));
     assigned = assigned;
-    EXPECT_EQ((std::vector<int32_t>{7}), Items(assigned));
+    EXPECT_EQ((Ints{7}), Items(assigned));
     std::unique_ptr<CGVObject> dup(a.mCopy());
     auto* array = dynamic_cast<CGVArray*>(dup.get());
     ASSERT_NE(nullptr, array);
-    EXPECT_EQ((std::vector<int32_t>{7}), Items(*array));
-    CGVArray shrunk(4, 16);
+    EXPECT_EQ((Ints{7}), Items(*array));
+    CGVArray shrunk(4, 16), empty(0, 16);
     AddAll(shrunk, {3, 4});
     shrunk.mResize(0);  // no slots reported, the items still there
-    EXPECT_EQ((std::vector<int32_t>{3, 4}), Items(CGVArray(shrunk)));
-    CGVArray empty(0, 16);
+    EXPECT_EQ((Ints{3, 4}), Items(CGVArray(shrunk)));
     empty.mResize(0);
-    CGVArray emptyCopy(empty);
-    EXPECT_EQ(nullptr, emptyCopy.mItemPtr(0));
-}
-
-TEST(CGVArray, ComparesBySizeOfOneStep) {
-    CGVArray a(4, 16), b(4, 16), c(8, 16);
-    AddAll(a, {1, 2, 3});
-    EXPECT_EQ((std::vector<int>{0, 0, 1, 1}), (std::vector<int>{a < b, a > b, a < c, c > b}));
-    EXPECT_EQ(0, a.mCompare(&c));
+    EXPECT_EQ(nullptr, CGVArray(empty).mItemPtr(0));
+    CGVArray b(4, 16), c(8, 16);  // ordered by the size of one step only
+    EXPECT_EQ((Ints{0, 0, 1, 1, 0}), (Ints{a < b, a > b, a < c, c > b, a.mCompare(&c)}));
     EXPECT_THROW(a = static_cast<CGVObject const&>(c), char const*);
 }
 
 TEST(CGVArray, ArchiveRoundTripIsByteExact) {
     CGVArray a(2, 3);
-    int16_t v[] = {0x0102, 0x0304, 0x0506, 0x0708};
-    for (auto& x : v)
+    for (int16_t x : {0x0102, 0x0304, 0x0506, 0x0708})
         a.mAdd(&x);
     std::vector<BYTE> expected = gvtest::Header(2, 3, 6, 4);
-    for (BYTE b : {0x02, 0x01, 0x04, 0x03, 0x06, 0x05, 0x08, 0x07, 0x00, 0x00, 0x00, 0x00})
-        expected.push_back(b);
+    expected.insert(expected.end(), {0x02, 0x01, 0x04, 0x03, 0x06, 0x05, 0x08, 0x07, 0x00, 0x00, 0x00, 0x00});
     EXPECT_EQ(expected, gvtest::Stored(a));
     CGVArray back;
     gvtest::Load(expected, back);
     EXPECT_EQ(expected, gvtest::Stored(back));
-    EXPECT_EQ(4, back.mGetNumItems());
+    int16_t more = 0x090A;
+    back.mAdd(&more);  // a loaded block grows with its items in place
+    EXPECT_EQ((Ints{0x0102, 0x090A}), (Ints{*static_cast<int16_t*>(back.mItemPtr(0)), *static_cast<int16_t*>(back.mItemPtr(4))}));
+    std::vector<BYTE> full = gvtest::Header(2, 3, 2, 2);  // every slot in use
+    full.insert(full.end(), {1, 0, 2, 0});
+    gvtest::Load(full, back);
+    EXPECT_EQ(full, gvtest::Stored(back));
 }
 
 TEST(CGVArray, DamagedArchivesLeaveTheArrayAsItWas) {
-    struct Row {
-        const char* name;
-        std::vector<BYTE> bytes;
-        int cause;
-    } rows[] = {
+    struct Row { const char* name; std::vector<BYTE> bytes; int cause; } rows[] = {
         {"negative element size", gvtest::Header(-4, 16, 16, 0), CArchiveException::badIndex},
         {"count above slots", gvtest::Header(4, 16, 2, 3), CArchiveException::badIndex},
         {"negative count", gvtest::Header(4, 16, 2, -1), CArchiveException::badIndex},
@@ -208,30 +208,75 @@ TEST(CGVArray, DamagedArchivesLeaveTheArrayAsItWas) {
         } catch (CArchiveException const& e) {
             EXPECT_EQ(row.cause, e.m_cause);
         }
-        EXPECT_EQ((std::vector<int32_t>{1, 2}), Items(a));
-        EXPECT_EQ(16, a.mGetAllocatedSlots());
+        EXPECT_EQ((Ints{1, 2, 16}), (Ints{Items(a)[0], Items(a)[1], a.mGetAllocatedSlots()}));
     }
-}
-
-TEST(CGVArray, BufferFormOfAGenericArrayIsEmpty) {
+    CGVBuffer b;  // the buffer form of a generic array is empty
+    b.mInit("old", 3);
     CGVArray a(4, 16);
     AddAll(a, {1, 2});
-    CGVBuffer b;
-    b.mInit("old", 3);
     a.mSave(b);
     EXPECT_EQ(0, b.mGetLength());
     a.mLoad(b);
-    EXPECT_EQ(0, a.mGetNumItems());
-    EXPECT_EQ(16, a.mGetAllocatedSlots());
+    EXPECT_EQ((Ints{0, 16}), (Ints{a.mGetNumItems(), a.mGetAllocatedSlots()}));
 }
 
-TEST(CGVArray, CarelessGrowthStepsStayInsideTheBlock) {
-    for (int16_t step : {int16_t{0}, int16_t{-5}}) {
-        SCOPED_TRACE(step);
-        CGVArray a(4, step);
-        AddAll(a, {1, 2, 3, 4, 5});
-        a.mInsertItem(0);
-        a.mDeleteItem(0);
-        EXPECT_EQ((std::vector<int32_t>{1, 2, 3, 4, 5}), Items(a));
+TEST(CGVArraySort, DefaultCallbacksFollowMCompareInEitherDirection) {
+    struct Row { SORTORDER order; Ints want; int32_t direction; } rows[] = {
+        {SORT_DESCENDING, {15, 4, 4, 1, -3, 0, 0}, 0},
+        {static_cast<SORTORDER>(2), {15, 4, 4, 1, -3, 0, 0}, 0},
+        {SORT_ASCENDING, {0, 0, -3, 1, 4, 4, 15}, 1},  // last: later suites find the usual direction
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.order);
+        std::vector<CGVLong> values = {4, 15, -3, 4, 1};
+        CGVArray a = PointersTo(values, 2);  // empty slots sort before any object
+        a.mSort(row.order, nullptr, [](uint32_t i, uint32_t j) {
+            g_seenDuringSort = GVGetSortArray();
+            g_directionDuringSort = GVGetSortDirection();
+            EXPECT_EQ(0, CGVArray::mCmpMoney(i, j));
+            return CGVArray::mCompareElms(i, j);
+        });
+        EXPECT_EQ(row.want, Items(a));
+        EXPECT_EQ(&a, g_seenDuringSort);
+        EXPECT_EQ(nullptr, GVGetSortArray());
+        // the direction seen during the sort and kept after it
+        EXPECT_EQ((Ints{row.direction, row.direction}), (Ints{g_directionDuringSort, GVGetSortDirection()}));
+        CGVObject *low = &values[0], *high = &values[1];  // 4 and 15: the array sorted pointers only
+        EXPECT_EQ(row.direction ? -1 : 1, CGVArray::mComparison(&low, &high));
     }
+    EXPECT_EQ(0, CGVArray::mCompareElms(0, 1));  // no sort running
+}
+
+TEST(CGVArraySort, IntegerArrayWithCallerCallbacks) {
+    CGVLongArray a;
+    AddAll(a, {5, -2, 9, 0, 5, 3, 8, 1, 7, 6, 4, 2, -7});
+    // A caller's callbacks for an integer array, reaching it through the sort state.
+    a.mSort(SORT_ASCENDING, [](uint32_t i, uint32_t j) { GVGetSortArray()->mSwap(i, j); },
+            [](uint32_t i, uint32_t j) {
+                auto& array = *static_cast<CGVLongArray*>(GVGetSortArray());
+                return array[static_cast<int32_t>(i)] - array[static_cast<int32_t>(j)];
+            });
+    const Ints sorted = Items(a);
+    EXPECT_EQ((Ints{-7, -2, 0, 1, 2, 3, 4, 5, 5, 6, 7, 8, 9}), sorted);
+    // The default compare reads no pointers out of 4-byte elements: every pair is
+    // equal, so the sort only exchanges equal-ranked items among themselves.
+    a.mSort(SORT_ASCENDING);
+    Ints after = Items(a);
+    std::sort(after.begin(), after.end());
+    EXPECT_EQ(sorted, after);
+}
+
+TEST(CGVArraySort, GenericSearch) {
+    std::vector<CGVLong> values = {1, 2, 3};
+    CGVArray a = PointersTo(values), empty(8, 16);
+    static int calls = 0;
+    const auto never = [](void const*, void const*) { return ++calls, 1; };
+    CGVObject* key = &values[2];
+    CGVLongArray longs;
+    AddAll(longs, {-1});
+    EXPECT_EQ((Ints{1, -1, -1, -1, 2, 0}),
+              (Ints{a.mSearch(&values[1]), a.mSearch(nullptr), a.mSearch(&values[0], never),
+                    empty.mSearch(nullptr, never), a.mSearch(&key, CGVArray::mComparison),
+                    longs.CGVArray::mSearch(reinterpret_cast<void const*>(intptr_t{-1}))}));
+    EXPECT_EQ(3, calls);
 }

@@ -1,7 +1,9 @@
 // CGVLongArray: typed access, the growing index, archive bytes and the text form.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <numeric>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -14,19 +16,28 @@
 
 namespace {
 
-std::vector<int32_t> Items(CGVLongArray const& a) {
-    std::vector<int32_t> out;
+using Ints = std::vector<int32_t>;
+
+Ints Items(CGVLongArray const& a) {
+    Ints out;
     for (int32_t i = 0; i < a.mGetNumItems(); ++i)
         out.push_back(a[i]);
     return out;
 }
 
-CGVLongArray Holding(std::vector<int32_t> const& values) {
+CGVLongArray Holding(Ints const& values, int32_t elementSize = 4) {
     CGVLongArray a;
+    a.mInit(elementSize, 16);
     for (int32_t v : values)
         a.mAdd(&v);
     return a;
 }
+
+// A derived array sees the store of every append.
+struct Spy : CGVLongArray {
+    int32_t stores = 0;
+    void mSetArrayItem(void const* item, int32_t index) override { ++stores, CGVLongArray::mSetArrayItem(item, index); }
+};
 
 std::string Text(CGVObject& object) {
     std::ostringstream os;
@@ -36,30 +47,39 @@ std::string Text(CGVObject& object) {
 
 }  // namespace
 
-TEST(CGVLongArray, ArchiveBytesOfOneAndTwo) {
+// Every count around a growth step comes back from the archive whole.
+TEST(CGVLongArray, ArchiveBytesAndGrowth) {
     CGVLongArray a = Holding({1, 2});
     std::vector<BYTE> expected = {4, 0, 0, 0, 16, 0, 16, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0};
     expected.resize(expected.size() + 56, 0);
     EXPECT_EQ(expected, gvtest::Stored(a));
-    CGVLongArray back = Holding({9});
-    gvtest::Load(expected, back);
-    EXPECT_EQ((std::vector<int32_t>{1, 2}), Items(back));
+    // items added, slots after adding, slots after one deletion
+    struct Row { int32_t items, slots, slotsAfterDelete; } rows[] = {
+        {0, 16, 16}, {16, 16, 16}, {17, 32, 32}, {33, 48, 48}, {48, 48, 48}, {49, 64, 64}, {10000, 10000, 10000}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.items);
+        Ints values(static_cast<size_t>(row.items));
+        std::iota(values.begin(), values.end(), -3);
+        CGVLongArray grown = Holding(values), back = Holding({9});
+        EXPECT_EQ(row.slots, grown.mGetAllocatedSlots());
+        gvtest::Load(gvtest::Stored(grown), back);
+        EXPECT_EQ(values, Items(back));
+        grown.mDeleteItem(0);
+        EXPECT_EQ((Ints{std::max(row.items - 1, 0), row.slotsAfterDelete}), (Ints{grown.mGetNumItems(), grown.mGetAllocatedSlots()}));
+    }
+    CGVLongArray many = Holding(Ints(10000, 1));
+    for (int32_t k = 0; k < 9990; ++k)
+        many.mDeleteItem(0);
+    EXPECT_EQ(16, many.mGetAllocatedSlots());
 }
 
 TEST(CGVLongArray, IndexBeyondTheEndGrows) {
-    CGVLongArray a;
-    a[3] = 7;
-    EXPECT_EQ((std::vector<int32_t>{0, 0, 0, 7}), Items(a));
-    CGVLongArray b;
-    b[20] = 1;
-    EXPECT_EQ(21, b.mGetNumItems());
-    EXPECT_EQ(32, b.mGetAllocatedSlots());
-    CGVLongArray c;
-    c[100] = 1;
-    EXPECT_EQ(112, c.mGetAllocatedSlots());
+    CGVLongArray a, b, c;
+    a[3] = 7, b[20] = 1, c[100] = 1;
+    EXPECT_EQ((Ints{0, 0, 0, 7}), Items(a));
+    EXPECT_EQ((Ints{21, 32, 112}), (Ints{b.mGetNumItems(), b.mGetAllocatedSlots(), c.mGetAllocatedSlots()}));
     CGVLongArray const& constant = b;
-    EXPECT_EQ(0, constant[21]);
-    EXPECT_EQ(0, constant[-1]);
+    EXPECT_EQ((Ints{0, 0}), (Ints{constant[21], constant[-1]}));
     EXPECT_THROW(a[-1], CInvalidArgException);
     EXPECT_THROW(a[INT32_MAX], CMemoryException);
     EXPECT_EQ(4, a.mGetNumItems());
@@ -68,69 +88,49 @@ TEST(CGVLongArray, IndexBeyondTheEndGrows) {
 TEST(CGVLongArray, AddSearchAndCopy) {
     CGVLongArray a = Holding({3, 5, 5});
     CGVLong minus(-1);
-    a.mAdd(&minus);
-    EXPECT_EQ((std::vector<int32_t>{3, 5, 5, -1}), Items(a));
-    EXPECT_EQ(1, a.mSearch(5));
-    EXPECT_EQ(-1, a.mSearch(4));
-    EXPECT_EQ(3, a.mSearch(-1));
+    a.mAdd(&minus), a.mAdd(static_cast<int32_t const*>(nullptr));  // a zero item
+    EXPECT_EQ((Ints{3, 5, 5, -1, 0}), Items(a));
+    EXPECT_EQ((Ints{1, -1, 3, 4}), (Ints{a.mSearch(5), a.mSearch(4), a.mSearch(-1), a.mSearch(0)}));
     std::unique_ptr<CGVObject> copy(a.mCopy());
     EXPECT_EQ(nullptr, dynamic_cast<CGVLongArray*>(copy.get()));
     auto* generic = dynamic_cast<CGVArray*>(copy.get());
     ASSERT_NE(nullptr, generic);
-    EXPECT_EQ(4, generic->mGetElementSize());
-    EXPECT_EQ(4, generic->mGetNumItems());
-}
-
-TEST(CGVLongArray, AppendsAcrossManySteps) {
-    CGVLongArray a;
-    for (int32_t v = 0; v < 10000; ++v)
-        a.mAdd(&v);
-    EXPECT_EQ(10000, a.mGetAllocatedSlots());
-    EXPECT_EQ(9999, a[9999]);
-    for (int32_t k = 0; k < 9990; ++k)
-        a.mDeleteItem(0);
-    EXPECT_EQ((std::vector<int32_t>{9990, 9991, 9992, 9993, 9994, 9995, 9996, 9997, 9998, 9999}), Items(a));
-    EXPECT_EQ(16, a.mGetAllocatedSlots());
+    EXPECT_EQ((Ints{4, 5}), (Ints{generic->mGetElementSize(), generic->mGetNumItems()}));
+    Spy spy;
+    spy.mAdd(&minus);
+    EXPECT_EQ((Ints{1, -1}), (Ints{spy.stores, spy[0]}));
 }
 
 TEST(CGVLongArray, TextAndBufferFormsAppendOnReading) {
-    CGVLongArray a = Holding({5, -1});
+    CGVLongArray a = Holding({5, -1}), into = Holding({9});
     EXPECT_EQ("YU2 U5 U-1 ", Text(a));
-    CGVLongArray into = Holding({9});
-    std::istringstream is("YU2 U1 U2   YU1 U42 ");
+    std::istringstream is("YU2 U1 U2 ");
     is >> into;
-    EXPECT_EQ((std::vector<int32_t>{9, 1, 2}), Items(into));
-    std::unique_ptr<CGVObject> made(CGVObject::mNew(is));  // white space before the tag skipped
-    auto* longs = dynamic_cast<CGVLongArray*>(made.get());
-    ASSERT_NE(nullptr, longs);
-    EXPECT_EQ((std::vector<int32_t>{42}), Items(*longs));
+    EXPECT_EQ((Ints{9, 1, 2}), Items(into));
     CGVBuffer b;
     a.mSave(b);
     EXPECT_EQ("YU2 U5 U-1 ", std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
     into.mLoad(b);
-    EXPECT_EQ((std::vector<int32_t>{9, 1, 2, 5, -1}), Items(into));
+    EXPECT_EQ((Ints{9, 1, 2, 5, -1}), Items(into));
 }
 
 // Found by fuzzing: elements of another size (an archive may announce them)
 // wrote or read past a 4-byte value.
 TEST(CGVLongArray, ElementsOfAnotherSizeReadAtMostFourBytes) {
-    CGVLongArray wide;
-    wide.mInit(8, 4);
+    CGVLongArray wide = Holding({0x01020304, 7}, 8);
     int64_t big = 0x1122334455667788;
-    wide.mAdd(&big);
-    EXPECT_EQ(0x55667788, static_cast<CGVLongArray const&>(wide)[0]);
-    EXPECT_EQ(0x55667788, wide[0]);
-    EXPECT_EQ("YU1 U1432778632 ", Text(wide));
-
-    CGVLongArray narrow;
-    narrow.mInit(1, 4);
-    char one = 5;
-    narrow.mAdd(&one);
-    EXPECT_EQ(5, static_cast<CGVLongArray const&>(narrow)[0]);
+    wide.CGVArray::mAdd(&big);
+    wide.mAdd(static_cast<int32_t const*>(nullptr));
+    EXPECT_EQ((Ints{0x01020304, 7, 0x55667788, 0}), Items(wide));
+    EXPECT_EQ(0x55667788, wide[2]);
+    EXPECT_EQ((Ints{1, 2, -1}), (Ints{wide.mSearch(7), wide.mSearch(0x55667788), wide.mSearch(0x11223344)}));
+    EXPECT_EQ("YU4 U16909060 U7 U1432778632 U0 ", Text(wide));
+    // Narrow elements keep the low bytes of each value.
+    CGVLongArray narrow = Holding({5, 7, 0x0102}, 2);
+    EXPECT_EQ((Ints{5, 7, 0x0102}), Items(narrow));
+    EXPECT_EQ((Ints{0, 1, 2, -1}), (Ints{narrow.mSearch(5), narrow.mSearch(7), narrow.mSearch(0x0102), narrow.mSearch(0)}));
     EXPECT_THROW((void)narrow[0], CInvalidArgException);
-    EXPECT_EQ("YU1 U5 ", Text(narrow));
-
-    CGVLongArray none;
-    none.mInit(0, 4);
+    EXPECT_EQ("YU3 U5 U7 U258 ", Text(narrow));
+    CGVLongArray none = Holding({}, 0);
     EXPECT_THROW((void)none[2], CInvalidArgException);
 }

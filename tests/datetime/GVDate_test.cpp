@@ -1,6 +1,7 @@
-// CGVDate: construction, setters and their flags, day comparisons, variants, text stream.
+// CGVDate: construction, setters and their flags, day comparisons, variants, text forms, weeks.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -10,6 +11,7 @@
 #include "gvlib/datetime/GVDate.h"
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
+#include "gvlib/string/GVString.h"
 
 namespace {
 
@@ -34,9 +36,39 @@ Probe After(Probe d, void (*change)(Probe&)) {
     return d;
 }
 
+class DateWeekTest : public DateTest {};
+
+int MondayFirst(int v) { return v == 1 ? 7 : v - 1; }
+
+// The week by the steps the date is specified to take, through its public
+// getters and constructors only; the weekdays of the dates it builds are
+// looked up once, as they cannot change within one zone.
+struct SpecifiedWeek {
+    std::map<int, int> seen;
+    int Weekday(uint16_t year, uint16_t month, uint16_t day) {
+        auto [it, added] = seen.try_emplace(year * 10000 + month * 100 + day, 0);
+        if (added)
+            it->second = MondayFirst(CGVDate(year, month, day).mGetDayOfWeek());
+        return it->second;
+    }
+    int Of(CGVDate const& d) {
+        const uint16_t year = d.mGetYear();
+        int t = d.mGetDay();
+        for (uint16_t i = 1; i + 1 <= d.mGetMonth(); ++i)
+            t += CGVDate::mDaysInMonth(i, year);
+        const int a = Weekday(year, 1, 1), w = (t + a - MondayFirst(d.mGetDayOfWeek()) + 7) / 7 - (a >= 5);
+        const uint16_t before = static_cast<uint16_t>(year - 1);
+        return w != 0 ? w : Weekday(before, 1, 1) <= 4 && Weekday(before, 12, 31) >= 4 ? 53 : 52;
+    }
+};
+
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Zones, DateTest, ::testing::ValuesIn(kTestZones));
+// Zones west and east of UTC, with and without daylight saving: east of UTC the
+// first hours of 1970 cannot be built, which the week must survive.
+INSTANTIATE_TEST_SUITE_P(Zones, DateWeekTest, ::testing::Values("UTC0", "EST5EDT,M3.2.0,M11.1.0", "JST-9",
+                                                                "NZST-12NZDT,M9.5.0,M4.1.0/3", "<-11>11"));
 
 TEST_P(DateTest, ConstructorsAndSettersNormaliseLocalFields) {
     // The setters pass on the daylight-saving flag of the old instant, so 10:30
@@ -59,14 +91,19 @@ TEST_P(DateTest, ConstructorsAndSettersNormaliseLocalFields) {
         ExpectFields(row.d, row.want);
     }
     EXPECT_EQ(3, CGVDate(2024, 3, 5).mGetDayOfWeek());  // Tuesday, Sunday being 1
-    // A copy starts with clear flags, an assignment keeps the target's.
-    struct Flag { void (*change)(Probe&); int flags; } const flagRows[] = {
-        {[](Probe& d) { d.mSetMonth(0), d.mSetDay(0); }, 0},
-        {[](Probe& d) { d.mSetHour(0), d.mSetHour(9); }, 10},
-        {[](Probe& d) { d.mSetYear(1899); }, 1}};
+    // The flags pick mGetStr's form, the time first; a copy starts with clear
+    // flags, an assignment keeps the target's.
+    struct Flag { void (*change)(Probe&); int flags; const char* text; } const flagRows[] = {
+        {[](Probe& d) { d.mSetMonth(0), d.mSetDay(0); }, 0, "11/30/23 10:30:00"},
+        {[](Probe& d) { d.mSetHour(0), d.mSetHour(9); }, 10, "01/15/24"},
+        {[](Probe& d) { d.mSetYear(1899); }, 1, "10:30:00"},
+        {[](Probe& d) { d.mSetHour(0), d.mSetYear(1899); }, 11, "00:30:00"}};
     for (const Flag& row : flagRows) {
         Probe d(jan);
         row.change(d);
+        CGVString s;
+        d.mGetStr(s);
+        EXPECT_STREQ(row.text, s);
         EXPECT_EQ(row.flags, d.Flags());
         EXPECT_EQ(0, Probe(d).Flags());
         static_cast<CGVDate&>(d) = CGVDate(2021, 1, 1);
@@ -90,8 +127,9 @@ TEST_P(DateTest, ArithmeticAndDayComparisons) {
     ExpectFields(d -= 86400, {2024, 1, 10, 12, 0, 0});
     early = 1704880800, late = 1704916800, dayBefore = 1704844799;  // 01-10 10:00, 20:00 and 01-09 23:59:59
     first = 1704067200, last = 1704153599, next = 1704153600;       // day 19723 and the next one
-    EXPECT_EQ((std::vector<int32_t>{1, 0, 1, 1, -1, 1, 1, 1, 0}),
-              (std::vector<int32_t>{early == late, early.mCompare(&late), early > dayBefore, dayBefore < early,
+    EXPECT_EQ((std::vector<int32_t>{1, 1, 1, 0, 1, 1, -1, 1, 1, 1, 0}),
+              (std::vector<int32_t>{early == late, early <= late, early >= late, early.mCompare(&late),
+                                    early > dayBefore, dayBefore < early,
                                     dayBefore.mCompare(&late), late.mCompare(&dayBefore), first == 19723,
                                     last == 19723, next == 19723}));
 }
@@ -99,8 +137,7 @@ TEST_P(DateTest, ArithmeticAndDayComparisons) {
 TEST_P(DateTest, CopySlotsAndAssignmentThroughTheBase) {
     CGVDate d(2024, 3, 5);
     CGVObject& base = d;
-    EXPECT_EQ(nullptr, base.mCopy());
-    EXPECT_EQ(nullptr, base.mNew());
+    EXPECT_EQ((std::vector<CGVObject*>{nullptr, nullptr}), (std::vector<CGVObject*>{base.mCopy(), base.mNew()}));
     std::unique_ptr<CGVObject> copy(&d.mCopy()), fresh(&d.mNew());
     EXPECT_EQ(d.mGetDateAsLong(), static_cast<CGVDate&>(*copy).mGetDateAsLong());
     EXPECT_GT(static_cast<CGVDate&>(*fresh).mGetYear(), 2023);
@@ -108,7 +145,8 @@ TEST_P(DateTest, CopySlotsAndAssignmentThroughTheBase) {
     EXPECT_EQ(2000, d.mGetYear());
 }
 
-TEST_P(DateTest, VariantsApplyFieldsThroughTheSetters) {
+// Variants and the text form apply their fields through the setters.
+TEST_P(DateTest, VariantsAndTextReadApplyFieldsThroughTheSetters) {
     Probe d(2024, 3, 31, 8, 0, 0);
     CDBVariant db;
     db.m_dwType = DBVT_LONG;
@@ -127,30 +165,70 @@ TEST_P(DateTest, VariantsApplyFieldsThroughTheSetters) {
     d.mConvertFromOleVariant(COleVariant(1e9, VT_DATE));
     EXPECT_EQ(0xFFFFFFFFu, d.mGetDateAsLong());
     COleVariant out;
-    CGVDate(2024, 1, 1).mConvertToOleVariant(&out);
+    CGVDate jan(2024, 1, 1);
+    jan.mConvertToOleVariant(&out);  // the raw time value under the date's type
     EXPECT_EQ(VT_DATE, out.vt);
-}
-
-TEST_P(DateTest, TextStreamWritesLocalFieldsAndReadsThroughSetters) {
-    std::ostringstream os;
-    CGVDate written(2004, 3, 7, 14, 5, 9);
-    os << written;
-    EXPECT_EQ("W2004 3 7 14 5 9 ", os.str());
-    // The factory starts from now and the setters carry now's daylight-saving
-    // flag, so near midnight in a zone with summer time the day may move: the
-    // whole fields are checked from a fixed start.
-    std::istringstream is(os.str()), again(os.str());
-    std::unique_ptr<CGVObject> read(CGVObject::mNew(is));
-    ASSERT_NE(nullptr, dynamic_cast<CGVDate*>(read.get()));
-    EXPECT_EQ(2004, static_cast<CGVDate&>(*read).mGetYear());
-    Probe fixed(2004, 1, 1, 12, 0, 0);
-    again >> fixed;
-    ExpectFields(fixed, {2004, 3, 7, 14, 5, 9});
+    EXPECT_EQ(static_cast<LONG>(jan.mGetDateAsLong()), out.lVal);
     std::istringstream wide("W70000 1 1 0 0 0 "), timeAlone("W1899 12 30 6 30 0 ");
     Probe probe(2020, 5, 5), t(2020, 5, 5);
-    wide >> probe;  // 70000 reaches the setter as 4464, which cannot be normalised
-    EXPECT_EQ(0xFFFFFFFFu, probe.mGetDateAsLong());
-    timeAlone >> t;
+    wide >> probe, timeAlone >> t;
+    EXPECT_EQ(0xFFFFFFFFu, probe.mGetDateAsLong());  // 70000 reaches the setter as 4464, which cannot be normalised
     EXPECT_EQ(1, t.Flags());
     ExpectFields(t, {1970, 12, 30, 6, 30, 0});
+}
+
+// Each form replaces a target of any length; an unconvertible date leaves it.
+TEST_P(DateTest, TextFormsReplaceTheTarget) {
+    const struct Row { void (CGVDate::*member)(CGVString&); const char* want; } rows[] = {
+        {&CGVDate::mDate2Str, "03/05/24"},          {&CGVDate::mTime2Str, "14:07:09"},
+        {&CGVDate::mDateTime2Str, "03/05/24 14:07:09"}, {&CGVDate::mGetMonthStr, "March"},
+        {&CGVDate::mGetYearStr, "2024"},            {&CGVDate::mGetDayStr, "05"},
+        {&CGVDate::mGetDayPlanStr, "Day Plan March 05, 2024"}, {&CGVDate::mGetWeekDayStr, "Tue"},
+        {&CGVDate::mGetMonthDateStr, "Mar 5"},      {&CGVDate::mGetStr, "03/05/24 14:07:09"}};
+    CGVDate d(2024, 3, 5, 14, 7, 9), bad;
+    bad = -1;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.want);
+        for (const std::string& before : {std::string(), std::string(200, 'x')}) {
+            CGVString s(before.c_str());
+            (d.*row.member)(s);
+            EXPECT_STREQ(row.want, s);
+            (bad.*row.member)(s);
+            EXPECT_STREQ(row.want, s);
+        }
+    }
+}
+
+TEST(DateCalendar, LeapYearsAndMonthLengths) {
+    struct Row { uint16_t month, year, leap, days; } const rows[] = {
+        {2, 1900, 0, 28}, {2, 2000, 1, 29}, {2, 2023, 0, 28}, {2, 2024, 1, 29}, {2, 2100, 0, 28},
+        {4, 2023, 0, 30}, {12, 2023, 0, 31}, {13, 2024, 1, 0}, {13, 2023, 0, 0}, {0, 2024, 1, 0}};  // outside
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.month << '/' << row.year);
+        EXPECT_EQ(row.leap, CGVDate::mIsLeapYear(row.year));
+        EXPECT_EQ(row.days, CGVDate::mDaysInMonth(row.month, row.year));
+    }
+}
+
+// The named dates, then steps of 23 hours that reach every local day of the
+// 32-bit range at drifting clock times.
+TEST_P(DateWeekTest, NamedDatesAndEveryDayOfTheRange) {
+    struct Row { uint16_t year, month, day, week; } const rows[] = {
+        {2021, 1, 4, 1}, {2021, 1, 1, 53}, {2022, 1, 1, 52}, {2023, 1, 1, 52},
+        {2023, 1, 2, 1},    {2020, 12, 31, 53}, {2019, 12, 30, 53}, {2024, 12, 30, 53}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.year << '-' << row.month << '-' << row.day);
+        EXPECT_EQ(row.week, CGVDate(row.year, row.month, row.day, 12, 0, 0).mWeekOf());
+    }
+    CGVDate d;
+    d = -1;
+    EXPECT_LE(d.mWeekOf(), 53);  // defined, whatever the zeros give
+    SpecifiedWeek want;
+    for (int64_t t = 0; t <= _MAX__TIME32_T; t += 23 * 3600) {
+        d = static_cast<int32_t>(t);
+        if (d.mWeekOf() != want.Of(d)) {
+            ADD_FAILURE() << t << ": " << d.mWeekOf() << " not " << want.Of(d);
+            break;
+        }
+    }
 }

@@ -54,7 +54,7 @@ TEST(Money, AmountsFromNumbersAndText) {
 // and the compound form (the same value, in place).
 TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     struct Row { int32_t whole, fraction; char op; int32_t otherFraction, n, wantWhole, wantFraction; } const rows[] = {
-        {1, 50, '+', 75, 0, 2, 25},  {0, -25, '+', -90, 0, 0, -115}, {1, 50, '-', 75, 0, 0, 75},
+        {1, 50, '+', 75, 0, 2, 25},  {0, -25, '+', -90, 0, 0, -115}, {0, 50, '+', 50, 0, 1, 0}, {1, 50, '-', 75, 0, 0, 75},
         {1, 20, '-', 10, 0, 1, 10},  {1, 50, '*', 0, 3, 4, 50},      {0, 35, '*', 0, 3, 1, 5},
         {1, 50, '/', 0, 4, 0, 37},   {1, 50, '/', 0, 0, 1, 50},      {10, 0, '/', 0, 3, 3, 33},
         {-10, 0, '/', 0, 3, -3, -33}, {-21474836, -48, '/', 0, -1, -21474836, -48},
@@ -73,61 +73,56 @@ TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     }
 }
 
-TEST(Money, TextNumbersAndComparisons) {
+TEST(Money, TextNumbersComparisonsAndAssignment) {
     struct Row { int32_t whole, fraction; const char* text; } const rows[] = {
         {12, 50, "12.50"}, {12, 0, "12"}, {0, 5, "0.05"}, {0, -25, "-0.25"}, {-3, 0, "-3"}, {0, 0, "0"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_STREQ(row.text, static_cast<CGVString>(Of(row.whole, row.fraction)));
     }
-    EXPECT_EQ(3, static_cast<int32_t>(CGVMoney(3.99)));
-    EXPECT_EQ(-3, static_cast<int32_t>(CGVMoney(-3.99)));
+    EXPECT_EQ((std::vector<int32_t>{3, -3}), (std::vector<int32_t>{CGVMoney(3.99), CGVMoney(-3.99)}));
     std::ostringstream os;
-    CGVMoney written(1.5);
-    os << written;
+    os << *std::make_unique<CGVMoney>(1.5);
     EXPECT_EQ("", os.str());  // no text stream form
-
     CGVMoney a(1.10), b(1.20), split = Of(0, 110);
     CGVString text("1.10");
-    EXPECT_EQ((std::vector<int32_t>{1, 1, 0, -1, 0, 1, -1}), (std::vector<int32_t>{a == split, a < b, a > b,
-              a.mCompare(&b), a.mCompare(&a), b.mCompare(&a), a.mCompare(&text)}));
+    EXPECT_EQ((std::vector<int32_t>{1, 1, 0, 0, -1, 0, 1, -1}), (std::vector<int32_t>{a == split, a < b, a > b,
+              a > split, a.mCompare(&b), a.mCompare(&a), b.mCompare(&a), a.mCompare(&text)}));
     CGVObject& base = a;
     base = text;  // another class changes nothing
     ExpectParts(1, 10, a);
     std::unique_ptr<CGVObject> copy(base.mCopy());
     EXPECT_EQ(0, a.mCompare(copy.get()));
+    split = b;
+    ExpectParts(1, 20, split);
 }
 
 TEST(Money, VariantConversions) {
     CGVMoney m = Of(3, 50);
     CDBVariant db;
-    db.m_dwType = DBVT_LONG;
-    db.m_lVal = 7;
+    db.m_dwType = DBVT_SHORT, db.m_iVal = -2;  // the hundredths stay
+    m.mConvertFromDBVariant(db);
+    ExpectParts(-2, 50, m);
+    db.m_dwType = DBVT_LONG, db.m_lVal = 7;
     m.mConvertFromDBVariant(db);
     ExpectParts(7, 50, m);
-    db.m_dwType = DBVT_DOUBLE;
-    db.m_dblVal = 7.0;
+    db.m_dwType = DBVT_DOUBLE, db.m_dblVal = 7.0;
     m.mConvertFromDBVariant(db);
     ExpectParts(7, 0, m);
-
     COleVariant cy;
-    cy.vt = VT_CY;
-    cy.cyVal.int64 = 125000;  // 12.5
-    m.mConvertFromOleVariant(cy);
-    ExpectParts(12, 50, m);
-    gvplatform::SetUserDefaultLCID(1031);  // a decimal comma stops strtod
-    m.mConvertFromOleVariant(cy);
-    gvplatform::SetUserDefaultLCID(1033);
-    ExpectParts(12, 0, m);
-    m.mConvertFromOleVariant(COleVariant(int32_t{99}));  // VT_I4 changes nothing
-    ExpectParts(12, 0, m);
-    m.mConvertFromOleVariant(COleVariant(2.25));
-    ExpectParts(2, 25, m);
-    m.mConvertFromOleVariant(COleVariant(0.5f));
-    ExpectParts(0, 50, m);
-    m.mConvertFromOleVariant(COleVariant(short{-4}));  // VT_I2 sets the whole part only
-    ExpectParts(-4, 50, m);
-
+    cy.vt = VT_CY, cy.cyVal.int64 = 125000;  // 12.5
+    // In order, on one value: VT_I4 changes nothing, VT_I2 sets the whole part only.
+    struct Row { COleVariant v; LCID lcid; int32_t whole, fraction; } const rows[] = {
+        {cy, 1033, 12, 50}, {cy, 1031, 12, 0},  // a decimal comma stops strtod
+        {COleVariant(int32_t{99}), 1033, 12, 0}, {COleVariant(2.25), 1033, 2, 25},
+        {COleVariant(0.5f), 1033, 0, 50}, {COleVariant(short{-4}), 1033, -4, 50}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.v.vt);
+        gvplatform::SetUserDefaultLCID(row.lcid);
+        m.mConvertFromOleVariant(row.v);
+        gvplatform::SetUserDefaultLCID(1033);
+        ExpectParts(row.whole, row.fraction, m);
+    }
     COleVariant out;
     Of(-1, -15).mConvertToOleVariant(&out);
     EXPECT_EQ(VT_R8, out.vt);

@@ -1,5 +1,3 @@
 target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/GVDate_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVDateText_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/GVDateWeek_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GVMoney_test.cpp)

@@ -14,8 +14,6 @@ public:
         Set(zone);
     }
     ~ScopedTimeZone() { Set(old_ ? old_->c_str() : nullptr); }
-    ScopedTimeZone(const ScopedTimeZone&) = delete;
-    ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
 
 private:
     static void Set(const char* zone) {

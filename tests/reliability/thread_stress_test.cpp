@@ -61,8 +61,8 @@ TEST(Threads, CopiesOfOneSharedStringChangeIndependently) {
 
 TEST(Threads, IndependentArraysSaveAndLoad) {
     EXPECT_EQ(0, Concurrently([](int t, int r) {
-        CGVStringArray strings;
-        CGVLongArray longs;
+        CGVStringArray strings, back;
+        CGVLongArray longs, longsBack;
         for (int32_t i = 0; i < 20; ++i) {
             CGVString s(std::to_string(t * 1000 + r + i).c_str());
             strings.mAdd(&s);
@@ -70,16 +70,11 @@ TEST(Threads, IndependentArraysSaveAndLoad) {
         }
         CGVBuffer saved;
         strings.mSave(saved);
-        CGVStringArray back;
         back.mLoad(saved);
         longs.mSave(saved);
-        CGVLongArray longsBack;
         longsBack.mLoad(saved);
-        CGVString first, last;
-        back.mGetArrayItem(&first, 0);
-        back.mGetArrayItem(&last, 19);
-        return back.mGetNumItems() == 20 && longsBack.mGetNumItems() == 20 &&
-               S(first) == std::to_string(t * 1000 + r) && S(last) == std::to_string(t * 1000 + r + 19);
+        return back.mGetNumItems() == 20 && longsBack[19] == 19 && S(back[0]) == std::to_string(t * 1000 + r) &&
+               S(back[19]) == std::to_string(t * 1000 + r + 19);
     }));
 }
 
@@ -89,9 +84,7 @@ TEST(Threads, DatesAndMoneyFormat) {
         CGVString text, month;
         date.mGetStr(text);
         date.mGetMonthDateStr(month);
-        CGVMoney money(t * 100 + r % 100 + 0.25);
-        CGVString amount = static_cast<CGVString>(money);
-        return text.GetLength() > 0 && month.GetLength() > 0 &&
-               S(amount) == std::to_string(t * 100 + r % 100) + ".25";
+        CGVString amount = static_cast<CGVString>(CGVMoney(t * 100 + r % 100 + 0.25));
+        return text.GetLength() == 17 && month.GetLength() > 4 && S(amount) == std::to_string(t * 100 + r % 100) + ".25";
     }));
 }
