@@ -2,6 +2,7 @@
 // orders, flags, counted lengths, failures, and the shortcuts against the full path.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <string>
 
@@ -74,41 +75,36 @@ TEST(CompareString, Orders) {
         CheckBothWays(row);
 }
 
-TEST(CompareString, UserDefaultLocaleIsSettable) {
+TEST(CompareString, LocalesCountsAndFailures) {
     EXPECT_EQ(GetUserDefaultLCID(), 1033u);
     gvplatform::SetUserDefaultLCID(1053);
     EXPECT_EQ(GetUserDefaultLCID(), 1053u);
-    EXPECT_EQ(Compare(LOCALE_USER_DEFAULT, "\xE4", "z"), CSTR_GREATER_THAN);
-    EXPECT_EQ(Compare(1033, "\xE4", "z"), CSTR_LESS_THAN);
+    EXPECT_EQ(Compare(LOCALE_USER_DEFAULT, "\xE4", "z"), GT);
     gvplatform::SetUserDefaultLCID(1033);
-    EXPECT_EQ(Compare(LOCALE_USER_DEFAULT, "\xE4", "z"), CSTR_LESS_THAN);
-}
-
-TEST(CompareString, CountsBoundTheText) {
-    EXPECT_EQ(CompareStringA(1033, 0, "abcX", 3, "abc", -1), CSTR_EQUAL);
-    EXPECT_EQ(CompareStringA(1033, 0, "zzz", 0, "", -1), CSTR_EQUAL);
-    EXPECT_EQ(CompareStringA(1033, 0, "abc", 2, "abc", 3), CSTR_LESS_THAN);
-    EXPECT_EQ(CompareStringA(1033, 0, "abc", -5, "abc", -1), CSTR_EQUAL);  // any negative: NUL-terminated
+    EXPECT_EQ(Compare(LOCALE_USER_DEFAULT, "\xE4", "z"), LT);
+    EXPECT_EQ(CompareStringA(1033, 0, "abcX", 3, "abc", -1), EQ);
+    EXPECT_EQ(CompareStringA(1033, 0, "zzz", 0, "", -1), EQ);
+    EXPECT_EQ(CompareStringA(1033, 0, "abc", 2, "abc", 3), LT);
+    EXPECT_EQ(CompareStringA(1033, 0, "abc", -5, "abc", -1), EQ);  // any negative: NUL-terminated
     // A counted NUL is compared like the rest, and weighs nothing.
-    EXPECT_EQ(CompareStringA(1033, 0, "a\0b", 3, "ab", 2), CSTR_EQUAL);
-    EXPECT_EQ(CompareStringA(1033, 0, "a\0c", 3, "ab", 2), CSTR_GREATER_THAN);
-}
-
-TEST(CompareString, FailuresAnswerZeroWithTheirError) {
-    struct Failure {
+    EXPECT_EQ(CompareStringA(1033, 0, "a\0b", 3, "ab", 2), EQ);
+    EXPECT_EQ(CompareStringA(1033, 0, "a\0c", 3, "ab", 2), GT);
+    // Counted blocks with nothing around them: the prefix walk stops at their start.
+    const std::unique_ptr<char[]> ch(new char[2]{'c', 'h'}), cz(new char[2]{'c', 'z'});
+    EXPECT_EQ(CompareStringA(1034, 0, ch.get(), 2, cz.get(), 2), GT);
+    const struct {
         LCID lcid;
         DWORD flags;
         const char* a;
         DWORD error;
-    };
-    const Failure rows[] = {
-        {0x9999, 0, "a", ERROR_INVALID_PARAMETER},          // unknown
-        {12345, 0, "a", ERROR_INVALID_PARAMETER},           // known only by its language
-        {1033, 0x80000000u, "a", ERROR_INVALID_FLAGS},      // unknown flag
-        {1033, 0x8, "a", ERROR_INVALID_FLAGS},              // digits as numbers
+    } failures[] = {
+        {0x9999, 0, "a", ERROR_INVALID_PARAMETER},      // unknown
+        {12345, 0, "a", ERROR_INVALID_PARAMETER},       // known only by its language
+        {1033, 0x80000000u, "a", ERROR_INVALID_FLAGS},  // unknown flag
+        {1033, 0x8, "a", ERROR_INVALID_FLAGS},          // digits as numbers
         {1033, 0, nullptr, ERROR_INVALID_PARAMETER},
     };
-    for (const Failure& row : rows) {
+    for (const auto& row : failures) {
         SCOPED_TRACE(row.lcid);
         SetLastError(0);
         EXPECT_EQ(CompareStringA(row.lcid, row.flags, row.a, -1, "b", -1), 0);

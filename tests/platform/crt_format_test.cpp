@@ -62,6 +62,6 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5|4  |", s);
     s.Format("%10d|%3s|%2s|", 7, "abc", "abc");  // a zero in the width; a field exactly filled or overrun
     EXPECT_STREQ("         7|abc|abc|", s);
-    s.Format("%s", static_cast<const char*>(nullptr));
-    EXPECT_STREQ("(null)", s);
+    s.Format("%s|%i|%018p|", static_cast<const char*>(nullptr), -2, reinterpret_cast<void*>(0xAB));
+    EXPECT_STREQ("(null)|-2|  00000000000000AB|", s);  // a pointer is never zero-padded
 }

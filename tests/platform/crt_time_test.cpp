@@ -52,6 +52,8 @@ TEST(CrtTime, ConversionsAcceptOnlyTheOriginalRange) {
         EXPECT_EQ(nullptr, _gmtime32(&value));
     }
     EXPECT_EQ(nullptr, _localtime32(nullptr));
+    const __time32_t zero = 0;  // each remembered conversion answers for its own value only
+    EXPECT_EQ(70, _localtime32(&zero)->tm_year);
     std::tm t = Fields(2023, 2, 29, 0, 0, 1);  // out-of-range fields are normalised
     ASSERT_NE(-1, _mktime32(&t));
     EXPECT_EQ((std::vector<int>{2023, 3, 1, 0, 0, 1}), Of(t));

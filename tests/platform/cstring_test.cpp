@@ -33,11 +33,13 @@ TEST(CStringT, CopiesShareStorageUntilOneChanges) {
 TEST(CStringT, BadIndexesAndCountsAreRefused) {
     CString s("abc");
     EXPECT_EQ('\0', s.GetAt(3));  // the terminator may be read
+    int start = -1;
     const std::function<void()> refused[] = {
         [&] { s.GetAt(4); },        [&] { s.GetAt(-1); },           [&] { s[-1]; },
         [&] { s.SetAt(3, 'x'); },   [&] { s.SetAt(-1, 'x'); },      [&] { s.Truncate(4); },
         [&] { s.SetString("x", -1); }, [&] { s.Append("x", -1); }, [&] { s.Append(nullptr, 3); },
         [&] { s.ReleaseBufferSetLength(-1); }, [&] { s.ReleaseBufferSetLength(1 << 20); },
+        [&] { s.Tokenize(" ", start); },
     };
     for (size_t i = 0; i < std::size(refused); ++i) {
         SCOPED_TRACE(i);
@@ -47,7 +49,7 @@ TEST(CStringT, BadIndexesAndCountsAreRefused) {
 }
 
 TEST(CStringT, SubstringsAndSearchesClampTheirArguments) {
-    const CString s("abcdef");
+    const CString s("abcdef"), t("a.b.c");
     const struct {
         CString got;
         const char* want;
@@ -58,24 +60,29 @@ TEST(CStringT, SubstringsAndSearchesClampTheirArguments) {
     };
     for (const auto& row : rows)
         EXPECT_STREQ(row.want, row.got);
-    const CString t("a.b.c");
     const int found[] = {t.Find('.'),      t.Find('.', 2),  t.Find('.', 5),         t.Find('.', -1),
                          t.Find("b."),     t.Find("b.", 3), t.FindOneOf("c."),      t.FindOneOf("xyz"),
                          t.ReverseFind('.'), t.ReverseFind('z')};
     const int want[] = {1, 3, -1, -1, 2, -1, 1, -1, 3, -1};
     for (size_t i = 0; i < std::size(want); ++i)
         EXPECT_EQ(want[i], found[i]) << "search " << i;
-}
-
-TEST(CStringT, EmbeddedNulsAreKeptByCountedOperations) {
-    CString s("ab\0cd", 5);
-    const CString copy(s), joined = s + "x";
-    EXPECT_EQ(5, copy.GetLength());
+    // Tokens, then an empty result with the position set to -1; no tokens: the rest.
+    CString got;
+    int start = 0;
+    for (CString token = t.Tokenize(". ", start); start != -1; token = t.Tokenize(". ", start))
+        got += token + "|";
+    EXPECT_STREQ("a|b|c|", got);
+    EXPECT_STREQ(".c", t.Tokenize("", start = 3));
+    EXPECT_EQ(3, start);
+    EXPECT_STREQ("", t.Tokenize("", start = 5));
+    EXPECT_EQ(-1, start);
+    CString nuls("ab\0cd", 5);  // counted operations keep embedded NULs
+    const CString joined = nuls + "x";
     EXPECT_EQ(6, joined.GetLength());
     EXPECT_EQ('x', joined.GetAt(5));
-    EXPECT_EQ(3, s.Mid(2).GetLength());
-    s.SetString(nullptr, 3);  // no source: empty, whatever the count
-    EXPECT_EQ(0, s.GetLength());
+    EXPECT_EQ(3, nuls.Mid(2).GetLength());
+    nuls.SetString(nullptr, 3);  // no source: empty, whatever the count
+    EXPECT_EQ(0, nuls.GetLength());
 }
 
 TEST(CStringT, Editing) {
@@ -92,12 +99,14 @@ TEST(CStringT, Editing) {
     EXPECT_STREQ("mixed \xC4", u.MakeLower());  // case mapping of the "C" locale: ASCII only
     EXPECT_STREQ("MIXED \xC4", u.MakeUpper());
     EXPECT_STREQ("\xC4 DEXIM", u.MakeReverse());
-    CString v("abc");
+    CString v("abcd");
     v.Insert(1, "XY");
-    v.Delete(0, 2);
-    EXPECT_STREQ("Ybc", v);
-    CString w("..x..");
+    EXPECT_EQ(4, v.Delete(0, 2));
+    EXPECT_EQ(1, v.Delete(1, 99));  // the count stops at the end
+    EXPECT_STREQ("Y", v);
+    CString w("..x.."), nuls("\0\0", 2);
     EXPECT_STREQ("x", w.Trim('.'));
+    EXPECT_EQ(0, nuls.TrimRight('\0').GetLength());  // stops at the start, whatever lies before it
     const struct {
         const char *text, *set, *left, *right;
     } rows[] = {
@@ -113,10 +122,9 @@ TEST(CStringT, Editing) {
 }
 
 TEST(CStringT, ComparisonIsByUnsignedBytes) {
-    // {a, b, sign of Compare, of CompareNoCase, of Collate}
     const struct {
         const char *a, *b;
-        int cmp, nocase, collate;
+        int cmp, nocase, collate;  // signs
     } rows[] = {
         {"abc", "abc", 0, 0, 0},  {"abc", "abd", -1, -1, -1}, {"abc", "ABC", 1, 0, 1},
         {"abc", "abc\xE4", -1, -1, -1},
@@ -131,6 +139,7 @@ TEST(CStringT, ComparisonIsByUnsignedBytes) {
         EXPECT_EQ(row.nocase, sign(a.CompareNoCase(row.b)));
         EXPECT_EQ(row.collate, sign(a.Collate(row.b)));
     }
+    EXPECT_EQ(1, sign(CString("a").CompareNoCase(nullptr)));  // no text compares as empty
 }
 
 TEST(CStringT, FormatLoadAndWideText) {

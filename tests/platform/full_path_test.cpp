@@ -4,6 +4,7 @@
 #include <string>
 
 #include "gvlib/platform/volumes.h"
+#include "gvlib/platform/winnls.h"
 
 namespace {
 
@@ -38,7 +39,9 @@ TEST(FullPathName, LexicalRules) {
         SCOPED_TRACE(row.in);
         EXPECT_EQ(row.want, Full(row.in));
     }
+    SetLastError(0);
     EXPECT_EQ(0u, GetFullPathNameA("", MAX_PATH, nullptr, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_NAME), GetLastError());
 }
 
 TEST(FullPathName, TooSmallBufferAnswersTheSizeNeeded) {
@@ -67,6 +70,10 @@ TEST(FullPathName, RelativeFormsUseTheCurrentDirectories) {
     EXPECT_EQ("C:\\x", Full("\\x"));
     EXPECT_EQ("C:\\usr\\x", Full("C:x"));
     EXPECT_EQ("D:\\x", Full("D:x"));  // a drive never visited: its root
+    gvplatform::MapDrive('T', ::testing::TempDir());
+    ASSERT_TRUE(SetCurrentDirectoryA("T:\\"));
+    EXPECT_EQ("C:\\usr\\x", Full("C:x"));  // each drive keeps its own directory
     EXPECT_FALSE(SetCurrentDirectoryA("C:\\no\\such\\directory"));
     ASSERT_TRUE(SetCurrentDirectoryA(saved));
+    gvplatform::ResetVolumes();
 }

@@ -23,7 +23,6 @@ public:
     BOOL AutoDelete() const { return m_bAutoDelete; }
 };
 
-// A memory file whose allocator always fails.
 class FailingMemFile : public CMemFile {
 protected:
     BYTE* Alloc(UINT) override { return nullptr; }
@@ -77,23 +76,35 @@ TEST(CMemFile, AttachWithoutGrowthWorksOnTheBlockInPlace) {
     EXPECT_EQ(Raised([&] { file.Write("1", 1); }), -2);
     EXPECT_EQ(Raised([&] { file.SetLength(7); }), -2);
     EXPECT_EQ(std::memcmp(block, "aXYdeZ", 6), 0);
-    EXPECT_EQ(file.GetLength(), 6u);
     EXPECT_EQ(file.Detach(), block);
     EXPECT_EQ(file.GetLength() + file.GetPosition(), 0u);
     EXPECT_EQ(file.Buffer(), nullptr);
     file.Attach(block, sizeof block);  // the caller's block: never freed by the file
+    CMemFile grown, noGrowth(0), attached;
+    grown.Write("own", 3);  // a block of its own, freed when another is attached
+    grown.Attach(block, sizeof block);
+    EXPECT_EQ(Content(grown), "aXYdeZ");
+    // Refusals leave a file empty.
+    FailingMemFile failing;
+    EXPECT_EQ(Raised([&] { noGrowth.Write("a", 1); }), -2);
+    EXPECT_EQ(Raised([&] { failing.Write("a", 1); }), -2);
+    EXPECT_EQ(Raised([&] { failing.SetLength(10); }), -2);
+    EXPECT_THROW(attached.Attach(nullptr, 4), CInvalidArgException);
+    attached.Attach(nullptr, 0);
+    for (CMemFile* empty : {&noGrowth, static_cast<CMemFile*>(&failing), &attached})
+        EXPECT_EQ(empty->GetLength(), 0u);
 }
 
 TEST(CMemFile, GrowsInWholeSteps) {
-    struct Case {
+    const struct {
         UINT nGrow;
         std::vector<UINT> writes;
         UINT nBufferSize;
-    } const cases[] = {
-        {1024, {1}, 1024},     {1024, {1024}, 1024},   {1024, {1025}, 2048}, {1024, {1024, 1}, 2048},
-        {1024, {3000}, 3072},  {100, {1, 100, 100}, 300}, {7, {8}, 14},     {4096, {1, 1, 1}, 4096},
+    } cases[] = {
+        {1024, {1}, 1024},    {1024, {1024}, 1024},      {1024, {1025}, 2048}, {1024, {1024, 1}, 2048},
+        {1024, {3000}, 3072}, {100, {1, 100, 100}, 300}, {7, {8}, 14},         {4096, {1, 1, 1}, 4096},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.nGrow);
         ProbeMemFile file(c.nGrow);
         EXPECT_EQ(file.BufferSize(), 0u);
@@ -107,21 +118,6 @@ TEST(CMemFile, GrowsInWholeSteps) {
         EXPECT_EQ(file.GetPosition(), all.size());
         EXPECT_EQ(Content(file), all);
     }
-}
-
-TEST(CMemFile, RefusalsLeaveTheFileEmpty) {
-    CMemFile noGrowth(0), attached;
-    FailingMemFile failing;
-    EXPECT_EQ(Raised([&] { noGrowth.Write("a", 1); }), -2);
-    EXPECT_EQ(Raised([&] { failing.Write("a", 1); }), -2);
-    EXPECT_EQ(Raised([&] { failing.SetLength(10); }), -2);
-    EXPECT_THROW(attached.Attach(nullptr, 4), CInvalidArgException);
-    attached.Attach(nullptr, 0);
-    for (CMemFile* file : {&noGrowth, static_cast<CMemFile*>(&failing), &attached})
-        EXPECT_EQ(file->GetLength(), 0u);
-}
-
-TEST(CMemFile, DetachHandsTheBlockToTheCaller) {
     // Attached with growth: starts empty, keeps the block while it fits, then moves.
     BYTE* block = static_cast<BYTE*>(std::malloc(16));
     ASSERT_NE(block, nullptr);
@@ -136,8 +132,7 @@ TEST(CMemFile, DetachHandsTheBlockToTheCaller) {
     ASSERT_NE(detached, nullptr);
     EXPECT_EQ(std::memcmp(detached, "01234567890123456789", 20), 0);
     std::free(detached);
-    // The file goes on with a block of its own, freed when it is closed.
-    file.Write("x", 1);
+    file.Write("x", 1);  // goes on with a block of its own, freed when it is closed
     EXPECT_TRUE(file.AutoDelete());
     EXPECT_EQ(Content(file), "x");
     file.Close();
@@ -150,14 +145,12 @@ TEST(CMemFile, SeekRules) {
     CMemFile file;
     file.Write("abc", 3);
     // Before the start, beyond 32 bits or from nowhere: badSeek, and the position stays.
-    const struct {
-        LONGLONG offset;
-        UINT from;
-    } bad[] = {{-1, CFile::begin},          {-4, CFile::end}, {-4, CFile::current}, {0x100000000LL, CFile::begin},
-               {0x7FFFFFFFFFFFFFFFLL, CFile::current}, {0, 7}};
+    const std::pair<LONGLONG, UINT> bad[] = {{-1, CFile::begin}, {-4, CFile::end}, {-4, CFile::current},
+                                             {0x100000000LL, CFile::begin}, {0x7FFFFFFFFFFFFFFFLL, CFile::current},
+                                             {0, 7}};
     for (const auto& row : bad) {
-        SCOPED_TRACE(row.offset);
-        EXPECT_EQ(Raised([&] { file.Seek(row.offset, row.from); }), CFileException::badSeek);
+        SCOPED_TRACE(row.first);
+        EXPECT_EQ(Raised([&] { file.Seek(row.first, row.second); }), CFileException::badSeek);
         EXPECT_EQ(file.GetPosition(), 3u);
     }
     EXPECT_EQ(file.Seek(-2, CFile::current), 1u);
@@ -203,9 +196,10 @@ TEST(CFile, HostFileRoundTrip) {
         file.Write("hello world", 11);
         EXPECT_EQ(file.GetLength(), 11u);
         EXPECT_EQ(file.Seek(-5, CFile::end), 6u);
+        EXPECT_EQ(file.Seek(-1, CFile::current), 5u);
         char buf[16] = {};
-        EXPECT_EQ(file.Read(buf, sizeof buf), 5u);
-        EXPECT_STREQ(buf, "world");
+        EXPECT_EQ(file.Read(buf, sizeof buf), 6u);
+        EXPECT_STREQ(buf, " world");
         EXPECT_EQ(file.Read(buf, sizeof buf), 0u);
         EXPECT_THROW(file.Read(nullptr, 1), CInvalidArgException);
         EXPECT_EQ(Raised([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);

@@ -14,7 +14,7 @@ TEST(OleCurrency, FormatsMinimalDigitsWithTheLocaleSeparator) {
         {500, 1033, "0.05"},      {-2500, 1033, "-0.25"},  {-2500, 1031, "-0,25"},
         {0, 1033, "0"},           {1, 1033, "0.0001"},     {123456789012345, 1033, "12345678901.2345"},
         {INT64_MIN, 1033, "-922337203685477.5808"},          {125000, 0x7F, "12.5"},
-        {125000, 0xFFFF, "12.5"},  // an unknown locale keeps the full stop
+        {125000, 0xFFFF, "12.5"}, {125000, 0x401, "12.5"}, {125000, 0x429, "12.5"},  // unknown, or beyond the page
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.want);
@@ -36,5 +36,7 @@ TEST(OleCurrency, UserDefaultLocaleIsTheHostsSetting) {
         COleCurrency other(cur);
         other.SetStatus(status);
         EXPECT_STREQ("", other.Format());
+        other.SetCurrency(-1, -5000);
+        EXPECT_STREQ("-1.5", other.Format());
     }
 }

@@ -21,12 +21,14 @@ TEST(Bstr, NarrowBytesTravelUnconvertedAndCountedTextWidens) {
     BSTR plain = SysAllocString(u"abc");
     EXPECT_EQ(3u, SysStringLen(plain));
     SysFreeString(plain);
-    COleVariant w;
-    w = CString("A\x80");
+    COleVariant w("old", VT_BSTRT);
+    w = CString("A\x80");  // the old string is released
     ASSERT_EQ(VT_BSTR, w.vt);
     ASSERT_EQ(2u, SysStringLen(w.bstrVal));
     EXPECT_EQ(0, std::memcmp(w.bstrVal, u"A\u20AC", 6));
     EXPECT_TRUE(COleVariant("A\x80") == w);
+    EXPECT_TRUE(w == static_cast<LPCVARIANT>(&w));
+    EXPECT_FALSE(w == static_cast<LPCVARIANT>(nullptr));
     EXPECT_EQ(S_OK, VariantClear(&w));
     EXPECT_EQ(VT_EMPTY, w.vt);
     EXPECT_EQ(S_OK, VariantClear(&w));
@@ -87,6 +89,8 @@ TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
     EXPECT_EQ(0, bound);
     EXPECT_EQ(VT_UI1, vt);
     EXPECT_EQ(E_INVALIDARG, SafeArrayGetVartype(psa, nullptr));
+    EXPECT_EQ(E_INVALIDARG, SafeArrayGetLBound(nullptr, 1, &bound));
+    EXPECT_EQ(E_INVALIDARG, SafeArrayGetLBound(psa, 1, nullptr));
     COleVariant v;
     v.vt = VT_ARRAY | VT_UI1;
     v.parray = psa;
@@ -101,6 +105,13 @@ TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
     COleVariant copy(v);
     EXPECT_NE(psa, copy.parray);
     EXPECT_EQ(0, std::memcmp(copy.parray->pvData, "wxyz", 4));
+    SAFEARRAYBOUND dims[] = {{2, 0}, {3, 1}};  // a copy takes every dimension's elements
+    COleVariant grid;
+    grid.vt = VT_ARRAY | VT_UI1;
+    grid.parray = SafeArrayCreate(VT_UI1, 2, dims);
+    ASSERT_NE(nullptr, grid.parray);
+    std::memcpy(grid.parray->pvData, "abcdef", 6);
+    EXPECT_EQ(0, std::memcmp(COleVariant(grid).parray->pvData, "abcdef", 6));
     EXPECT_EQ(nullptr, SafeArrayCreateVector(VT_BSTR, 0, 1));  // unsupported element type
     EXPECT_NE(S_OK, SafeArrayAccessData(nullptr, &data));
 }

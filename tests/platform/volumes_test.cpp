@@ -12,6 +12,7 @@
 
 #include "gvlib/platform/afxfile.h"
 #include "gvlib/platform/volumes.h"
+#include "gvlib/platform/winnls.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ protected:
         gvplatform::VolumeOptions removable;
         removable.driveType = gvplatform::kDriveRemovable;
         gvplatform::MapDrive('R', root_, removable);
-        gvplatform::MapShare("\\\\server\\share", root_);
+        gvplatform::MapShare("//server/share/", root_);  // kept without its trailing delimiters
     }
     void TearDown() override {
         gvplatform::ResetVolumes();
@@ -61,8 +62,11 @@ TEST_F(Volumes, VolumeInformationAndDriveTypes) {
     EXPECT_NE(0u, serial);
     ASSERT_TRUE(GetVolumeInformationA("\\\\SERVER\\share\\", nullptr, 0, nullptr, &maxComponent, nullptr, nullptr, 0));
     EXPECT_GE(maxComponent, 255u);  // what the host reports
+    EXPECT_NE(0u, flags & FILE_CASE_PRESERVED_NAMES);
     EXPECT_FALSE(GetVolumeInformationA("S:", nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_NAME), GetLastError());
     EXPECT_FALSE(GetVolumeInformationA("Q:\\", nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
     EXPECT_EQ(before + 4, gvplatform::VolumeQueryCount());
     EXPECT_EQ(static_cast<UINT>(DRIVE_FIXED), GetDriveTypeA("s:\\"));
     EXPECT_EQ(static_cast<UINT>(DRIVE_REMOVABLE), GetDriveTypeA("R:\\"));
@@ -78,15 +82,19 @@ TEST_F(Volumes, NamesResolveWithoutRegardToCase) {
     // As the framework does, only the name found takes its stored spelling.
     EXPECT_STREQ("S:\\DOCS\\report.txt", status.m_szFullName);
     EXPECT_EQ(4u, status.m_size);
-    EXPECT_EQ(0, status.m_attribute & CFile::directory);
+    EXPECT_EQ(CFile::archive, status.m_attribute);  // a writable file
     ASSERT_TRUE(CFile::GetStatus("\\\\server\\share\\docs", status));
     EXPECT_NE(0, status.m_attribute & CFile::directory);
     EXPECT_FALSE(CFile::GetStatus("S:\\docs\\", status));  // a directory search refuses a trailing delimiter
+    EXPECT_EQ(0u, status.m_size);  // a failure leaves nothing of the last answer
     EXPECT_FALSE(CFile::GetStatus("S:\\", status));
     EXPECT_FALSE(CFile::GetStatus("S:\\docs\\missing.txt", status));
     EXPECT_FALSE(CFile::GetStatus("Q:\\docs", status));
-    ASSERT_TRUE(CFile::GetStatus("S:\\docs\\*.TXT", status));
-    EXPECT_STREQ("S:\\docs\\report.txt", status.m_szFullName);
+    for (const char* pattern : {"S:\\docs\\*.TXT", "S:\\docs\\REPORT.TXT**", "S:\\docs\\r?p*t"}) {
+        SCOPED_TRACE(pattern);
+        ASSERT_TRUE(CFile::GetStatus(pattern, status));
+        EXPECT_STREQ("S:\\docs\\report.txt", status.m_szFullName);
+    }
     char shortName[MAX_PATH];
     ASSERT_GT(GetShortPathNameA("s:/DOCS/Report.Txt", shortName, MAX_PATH), 0u);
     EXPECT_STREQ("s:\\Docs\\report.txt", shortName);
