@@ -42,20 +42,19 @@ const Row kOrders[] = {
     {1033, 0, "a b", "ab", LT},
     // hyphen and apostrophe only break a tie, the string holding them after
     {1033, 0, "coop", "co-op", LT}, {1033, 0, "co-op", "cop", LT}, {1033, 0, "cars", "car's", LT},
-    {1033, 0, "a", "a-", LT}, {1033, 0, "'o", "-o", LT}, {1033, 0, "co'op", "co-op", LT},
-    {1033, 0, "a-b", "ab-", LT}, {1033, 0, "-", "", GT}, {1033, 0, "xa-b", "xab-", LT},
+    {1033, 0, "a", "a-", LT}, {1033, 0, "'o", "-o", LT}, {1033, 0, "co'op", "co-op", LT}, {1033, 0, "a-b", "ab-", LT},
+    {1033, 0, "-", "", GT}, {1033, 0, "xa-b", "xab-", LT},
     // accents after case-blind letters, before case
     {1033, 0, "e", "\xE9", LT}, {1033, 0, "\xE9", "f", LT}, {1033, 0, "\xE4", "b", LT}, {1033, 0, "\xE5", "a", GT},
     {1033, 0, "ab\xE9", "abe", GT}, {1033, 0, "abe", "abF", LT},
     // the locales' own letters and the alternative sorts of their sort ids
-    {1053, 0, "\xE4", "z", GT}, {1053, 0, "\xE5", "\xE4", LT}, {1053, 0, "\xF6", "z", GT},
-    {1053, 0, "vb", "wa", GT}, {1053, 0, "wb", "va", GT}, {1053, 0, "va", "wa", LT},
-    {1035, 0, "vb", "wa", GT}, {2077, 0, "vb", "wa", GT}, {1033, 0, "vb", "wa", LT},
-    {1034, 0, "cz", "ch", LT}, {1034, 0, "luz", "llama", LT}, {3082, 0, "cz", "ch", GT},
+    {1053, 0, "\xE4", "z", GT}, {1053, 0, "\xE5", "\xE4", LT}, {1053, 0, "\xF6", "z", GT}, {1053, 0, "vb", "wa", GT},
+    {1053, 0, "wb", "va", GT}, {1053, 0, "va", "wa", LT}, {1035, 0, "vb", "wa", GT}, {2077, 0, "vb", "wa", GT},
+    {1033, 0, "vb", "wa", LT}, {1034, 0, "cz", "ch", LT}, {1034, 0, "luz", "llama", LT}, {3082, 0, "cz", "ch", GT},
     {3082, 0, "luz", "llama", GT}, {1031, 0, "\xE4", "ad", LT}, {0x10407, 0, "\xE4", "ad", GT},
     {0x10407, 0, "\xE4", "af", LT}, {1038, 0, "cz", "csa", LT}, {0x1040E, 0, "cz", "csa", GT},
-    {1030, 0, "aa", "z", GT}, {1033, 0, "aa", "z", LT},
-    {LOCALE_INVARIANT, 0, "a", "B", LT}, {LOCALE_SYSTEM_DEFAULT, 0, "coop", "co-op", LT}, {0, 0, "\xE4", "z", LT},
+    {1030, 0, "aa", "z", GT}, {1033, 0, "aa", "z", LT}, {LOCALE_INVARIANT, 0, "a", "B", LT},
+    {LOCALE_SYSTEM_DEFAULT, 0, "coop", "co-op", LT}, {0, 0, "\xE4", "z", LT},
     // flags
     {1033, NORM_IGNORECASE, "a", "A", EQ}, {1033, NORM_IGNORECASE, "e", "\xC9", LT},
     {1033, NORM_IGNORENONSPACE, "e", "\xE9", EQ}, {1033, NORM_IGNORENONSPACE, "a", "A", LT},

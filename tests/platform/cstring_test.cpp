@@ -39,7 +39,7 @@ TEST(CStringT, BadIndexesAndCountsAreRefused) {
         [&] { s.SetAt(3, 'x'); },   [&] { s.SetAt(-1, 'x'); },      [&] { s.Truncate(4); },
         [&] { s.SetString("x", -1); }, [&] { s.Append("x", -1); }, [&] { s.Append(nullptr, 3); },
         [&] { s.ReleaseBufferSetLength(-1); }, [&] { s.ReleaseBufferSetLength(1 << 20); },
-        [&] { s.Tokenize(" ", start); },
+        [&] { s.Tokenize(" ", start); }, [&] { s.AppendFormat(nullptr); }, [&] { s.Format(nullptr); },
     };
     for (size_t i = 0; i < std::size(refused); ++i) {
         SCOPED_TRACE(i);
@@ -95,10 +95,10 @@ TEST(CStringT, Editing) {
     EXPECT_EQ(2, t.Replace("X", "--"));
     EXPECT_EQ(0, t.Replace("", "z"));
     EXPECT_STREQ("a--b--c", t);
-    CString u("MiXeD \xC4");
-    EXPECT_STREQ("mixed \xC4", u.MakeLower());  // case mapping of the "C" locale: ASCII only
-    EXPECT_STREQ("MIXED \xC4", u.MakeUpper());
-    EXPECT_STREQ("\xC4 DEXIM", u.MakeReverse());
+    CString u("AzZa@[`{ \xC4");
+    EXPECT_STREQ("azza@[`{ \xC4", u.MakeLower());  // case mapping of the "C" locale: ASCII only
+    EXPECT_STREQ("AZZA@[`{ \xC4", u.MakeUpper());
+    EXPECT_STREQ("\xC4 {`[@AZZA", u.MakeReverse());
     CString v("abcd");
     v.Insert(1, "XY");
     EXPECT_EQ(4, v.Delete(0, 2));
