@@ -28,6 +28,10 @@ TEST(CStringT, CopiesShareStorageUntilOneChanges) {
     CString copy(locked);
     EXPECT_NE(copy.GetString(), locked.GetString());
     locked.UnlockBuffer();
+    CString empty;
+    EXPECT_NE(nullptr, empty.GetBuffer(0));  // a block of its own even for no text
+    empty.ReleaseBuffer();
+    EXPECT_EQ(0, empty.GetLength());
 }
 
 TEST(CStringT, BadIndexesAndCountsAreRefused) {

@@ -97,6 +97,11 @@ TEST_F(Volumes, NamesResolveWithoutRegardToCase) {
     CFile file;
     ASSERT_TRUE(file.Open("S:\\DOCS\\REPORT.TXT", CFile::modeRead));
     EXPECT_EQ(4u, file.GetLength());
+    // Of names that differ only in case the first in byte order answers, whatever the listing order.
+    for (const char* name : {"xa", "XA", "Xb", "xB", "xc", "XC", "XD", "xd", "xE", "Xe"})
+        std::ofstream(root_ + "/Docs/" + name) << "x";
+    for (const char* asked : {"xA=XA", "XB=Xb", "xC=XC", "xD=XD", "XE=Xe"})
+        EXPECT_EQ("S:\\docs\\" + std::string(asked + 3), Stored(("S:\\docs\\" + std::string(asked, 2)).c_str()));
 }
 
 // Every letter of the code page matches its other case (simple case folding);
