@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -36,12 +37,7 @@ void Load(Bytes in, const std::function<void(CArchive&)>& read) {
 
 // The cause `action` raises (-1: none); the exception's file name goes to name.
 int ArchiveCause(const std::function<void()>& action, CString& name) {
-    try {
-        action();
-    } catch (const CArchiveException& e) {
-        name = e.m_strFileName;
-        return e.m_cause;
-    }
+    try { action(); } catch (const CArchiveException& e) { name = e.m_strFileName; return e.m_cause; }
     return -1;
 }
 
@@ -115,12 +111,7 @@ TEST(CArchive, StringFormsReadBack) {
 TEST(CArchive, FailuresRaiseTheirCause) {
     auto str = [](CArchive& ar) {
         CString s("keep");
-        try {
-            ar >> s;
-        } catch (...) {
-            EXPECT_EQ(s, "keep");
-            throw;
-        }
+        try { ar >> s; } catch (...) { EXPECT_EQ(s, "keep"); throw; }
     };
     const int eof = CArchiveException::endOfFile, generic = CArchiveException::genericException;
     const struct {
@@ -184,32 +175,20 @@ TEST(CArchive, CountsAndScalarsAreLittleEndian) {
         EXPECT_EQ(Store([&](CArchive& ar) { ar.WriteCount(c.first); }), c.second);
         Load(c.second, [&](CArchive& ar) { EXPECT_EQ(ar.ReadCount(), c.first); });
     }
-    BYTE by = 0x12;
-    WORD w = 0x3456;
-    LONG l = -2;
-    UINT u = 0xA1B2C3D4;
-    short sh = -4;
-    char ch = 'A';
-    bool b = true;
-    float f = 1.0f;
-    double d = -2.0;
-    ULONGLONG ull = 0x0102030405060708ull;
-    long long ll = 6;
-    wchar_t wc = 0x20AC;
-    auto all = [&](auto& ar) { ar << by << w << l << u << sh << ch << b << f << d << ull << ll << wc; };
-    Bytes stored = Store([&](CArchive& ar) { all(ar); });
-    const Bytes expected = {
+    const auto values = std::make_tuple(BYTE{0x12}, WORD{0x3456}, LONG{-2}, UINT{0xA1B2C3D4}, short{-4}, 'A', true,
+                                        1.0f, -2.0, ULONGLONG{0x0102030405060708ull}, 6LL, wchar_t{0x20AC});
+    const Bytes stored = Store([&](CArchive& ar) { std::apply([&](const auto&... v) { ((ar << v), ...); }, values); });
+    EXPECT_EQ(stored, (Bytes{
         0x12, 0x56, 0x34, 0xFE, 0xFF, 0xFF, 0xFF, 0xD4, 0xC3, 0xB2, 0xA1, 0xFC, 0xFF, 0x41, 0x01,  // to bool
         0x00, 0x00, 0x80, 0x3F, 0, 0, 0, 0, 0, 0, 0, 0xC0,                                          // 1.0f, -2.0
         0x08, 0x07, 0x06, 0x05, 0x04, 0x03, 0x02, 0x01, 6, 0, 0, 0, 0, 0, 0, 0, 0xAC, 0x20,          // 64-bit, wchar_t
-    };
-    EXPECT_EQ(stored, expected);
+    }));
     Load(stored, [&](CArchive& ar) {
-        by = 0, w = 0, l = 0, u = 0, sh = 0, ch = 0, b = false, f = 0, d = 0, ull = 0, ll = 0, wc = 0;
-        ar >> by >> w >> l >> u >> sh >> ch >> b >> f >> d >> ull >> ll >> wc;
+        std::remove_const_t<decltype(values)> back{};
+        std::apply([&](auto&... v) { ((ar >> v), ...); }, back);
+        EXPECT_EQ(back, values);
         EXPECT_TRUE(ar.IsBufferEmpty());
     });
-    EXPECT_EQ(Store([&](CArchive& ar) { all(ar); }), expected);  // what was read back writes the same bytes
 }
 
 TEST(CArchive, BufferingOffsetsAndFlushing) {
@@ -231,13 +210,13 @@ TEST(CArchive, BufferingOffsetsAndFlushing) {
     file.SeekToBegin();
     CArchive ar(&file, CArchive::load, 128);
     BYTE by;
+    DWORD dw;
     ar >> by;
     EXPECT_EQ(ar.GetLoadOffset(), 1);  // the file has read ahead; the offset has not
     Bytes back(1000);
     EXPECT_EQ(ar.Read(back.data(), 5), 5u);
     EXPECT_EQ(ar.Read(back.data() + 5, 995), 995u);
     EXPECT_EQ(back, payload);
-    DWORD dw;
     ar >> dw;
     EXPECT_EQ(dw, 0xDEADBEEFu);
     EXPECT_EQ(ar.GetLoadOffset(), 1005);

@@ -40,13 +40,8 @@ std::string Content(CMemFile& file) {
 
 // What an action raises: -1 nothing, -2 out of memory, else the file exception's cause.
 int Raised(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const CMemoryException&) {
-        return -2;
-    } catch (const CFileException& e) {
-        return e.m_cause;
-    }
+    try { action(); } catch (const CMemoryException&) { return -2; }
+    catch (const CFileException& e) { return e.m_cause; }
     return -1;
 }
 
@@ -120,9 +115,8 @@ TEST(CMemFile, SeekRules) {
     CMemFile file;
     file.Write("abc", 3);
     // Before the start, beyond 32 bits or from nowhere: badSeek, and the position stays.
-    const std::pair<LONGLONG, UINT> bad[] = {{-1, CFile::begin}, {-4, CFile::end}, {-4, CFile::current},
-                                             {0x100000000LL, CFile::begin}, {0x7FFFFFFFFFFFFFFFLL, CFile::current},
-                                             {0, 7}};
+    const std::pair<LONGLONG, UINT> bad[] = {{-1, CFile::begin},           {-4, CFile::end}, {-4, CFile::current},
+                                             {0x100000000LL, CFile::begin}, {0, 7},           {INT64_MAX, CFile::current}};
     for (const auto& row : bad) {
         SCOPED_TRACE(row.first);
         EXPECT_EQ(Raised([&] { file.Seek(row.first, row.second); }), CFileException::badSeek);
@@ -153,7 +147,7 @@ TEST(CMemFile, SeekRules) {
 TEST(CFile, HostFileRoundTrip) {
     const std::string path = ::testing::TempDir() + "gvlib_cfile_test_" + std::to_string(::getpid()) + ".bin";
     ::unlink(path.c_str());
-    CFile missing;
+    CFile missing, bogus;
     CFileException error;
     EXPECT_FALSE(missing.Open(path.c_str(), CFile::modeRead, &error));
     EXPECT_EQ(error.m_cause, CFileException::fileNotFound);
@@ -204,7 +198,6 @@ TEST(CFile, HostFileRoundTrip) {
         EXPECT_NE(Raised([&] { reading.SetLength(1); }), -1);
     }
     EXPECT_EQ(::unlink(path.c_str()), 0);
-    CFile bogus;
     bogus.m_hFile = 1 << 20;  // no such descriptor: closing it fails and says so
     EXPECT_THROW(bogus.Close(), CFileException);
 }

@@ -23,12 +23,11 @@ protected:
         ASSERT_NE(nullptr, mkdtemp(&root_[0]));
         mkdir((root_ + "/Docs").c_str(), 0755);
         std::ofstream(root_ + "/Docs/report.txt") << "data";
-        gvplatform::VolumeOptions shortNames;
+        gvplatform::VolumeOptions shortNames, removable;
         shortNames.maxComponentLength = 12;
         shortNames.volumeName = "SHORT";
-        gvplatform::MapDrive('s', root_, shortNames);
-        gvplatform::VolumeOptions removable;
         removable.driveType = gvplatform::kDriveRemovable;
+        gvplatform::MapDrive('s', root_, shortNames);
         gvplatform::MapDrive('R', root_, removable);
         gvplatform::MapShare("//server/share/", root_);  // kept without its trailing delimiters
     }
@@ -37,8 +36,7 @@ protected:
         std::error_code ignored;
         std::filesystem::remove_all(root_, ignored);
     }
-    // Lets the file system's clock move on, so that the directory's listing is
-    // kept until the directory changes.
+    // Lets the file system's clock move on, so the listing is kept until the directory changes.
     static void Settle() { usleep(150'000); }
     // The name found in its stored spelling, "-" when none is.
     static std::string Stored(const char* path) {
@@ -61,15 +59,15 @@ TEST_F(Volumes, VolumeInformationAndDriveTypes) {
     ASSERT_TRUE(GetVolumeInformationA("\\\\SERVER\\share\\", nullptr, 0, nullptr, &maxComponent, nullptr, nullptr, 0));
     EXPECT_GE(maxComponent, 255u);  // what the host reports
     EXPECT_NE(0u, flags & FILE_CASE_PRESERVED_NAMES);
-    EXPECT_FALSE(GetVolumeInformationA("S:", nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_NAME), GetLastError());
-    EXPECT_FALSE(GetVolumeInformationA("Q:\\", nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
+    for (auto row : {std::make_pair("S:", ERROR_INVALID_NAME), std::make_pair("Q:\\", ERROR_PATH_NOT_FOUND)}) {
+        EXPECT_FALSE(GetVolumeInformationA(row.first, nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0));
+        EXPECT_EQ(static_cast<DWORD>(row.second), GetLastError());
+    }
     EXPECT_EQ(before + 4, gvplatform::VolumeQueryCount());
-    EXPECT_EQ(static_cast<UINT>(DRIVE_FIXED), GetDriveTypeA("s:\\"));
-    EXPECT_EQ(static_cast<UINT>(DRIVE_REMOVABLE), GetDriveTypeA("R:\\"));
-    EXPECT_EQ(static_cast<UINT>(DRIVE_NO_ROOT_DIR), GetDriveTypeA("Q:\\"));
-    EXPECT_EQ(static_cast<UINT>(DRIVE_FIXED), GetDriveTypeA("C:\\"));
+    const std::pair<const char*, UINT> types[] = {{"s:\\", DRIVE_FIXED}, {"R:\\", DRIVE_REMOVABLE},
+                                                  {"Q:\\", DRIVE_NO_ROOT_DIR}, {"C:\\", DRIVE_FIXED}};
+    for (const auto& row : types)
+        EXPECT_EQ(row.second, GetDriveTypeA(row.first)) << row.first;
     gvplatform::UnmapDrive('C');
     EXPECT_EQ(static_cast<UINT>(DRIVE_NO_ROOT_DIR), GetDriveTypeA("C:\\"));
 }
@@ -85,9 +83,8 @@ TEST_F(Volumes, NamesResolveWithoutRegardToCase) {
     EXPECT_NE(0, status.m_attribute & CFile::directory);
     EXPECT_FALSE(CFile::GetStatus("S:\\docs\\", status));  // a directory search refuses a trailing delimiter
     EXPECT_EQ(0u, status.m_size);  // a failure leaves nothing of the last answer
-    EXPECT_FALSE(CFile::GetStatus("S:\\", status));
-    EXPECT_FALSE(CFile::GetStatus("S:\\docs\\missing.txt", status));
-    EXPECT_FALSE(CFile::GetStatus("Q:\\docs", status));
+    for (const char* missing : {"S:\\", "S:\\docs\\missing.txt", "Q:\\docs"})
+        EXPECT_EQ("-", Stored(missing)) << missing;
     for (const char* pattern : {"S:\\docs\\*.TXT", "S:\\docs\\REPORT.TXT**", "S:\\docs\\r?p*t"})
         EXPECT_EQ("S:\\docs\\report.txt", Stored(pattern)) << pattern;
     char shortName[MAX_PATH];
@@ -148,8 +145,7 @@ TEST_F(Volumes, HostAndWindowsPathsTranslate) {
     EXPECT_EQ("S:\\Docs", gvplatform::HostToWindowsPath(root_ + "/Docs"));  // the longest mapped prefix
     EXPECT_EQ("C:\\usr\\lib", gvplatform::HostToWindowsPath("/usr/lib"));
     EXPECT_EQ(root_ + "/Docs/report.txt", gvplatform::WindowsToHostPath("s:\\docs\\REPORT.txt"));
-    EXPECT_EQ("", gvplatform::WindowsToHostPath("Q:\\x"));
-    EXPECT_EQ("", gvplatform::WindowsToHostPath("\\\\other\\share\\x"));
+    EXPECT_EQ("", gvplatform::WindowsToHostPath("Q:\\x") + gvplatform::WindowsToHostPath("\\\\other\\share\\x"));
     gvplatform::UnmapDrive('C');
     EXPECT_EQ("", gvplatform::HostToWindowsPath("/usr/lib"));
 }
