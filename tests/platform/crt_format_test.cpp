@@ -1,7 +1,6 @@
 // printf-style formatting as the original runtime produced it.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <string>

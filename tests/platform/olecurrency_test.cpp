@@ -24,14 +24,14 @@ TEST(OleCurrency, FormatsMinimalDigitsWithTheLocaleSeparator) {
     }
 }
 
-TEST(OleCurrency, UserDefaultLocaleIsTheHostsSetting) {
+// The user default locale is the host's setting; null or invalid gives empty text.
+TEST(OleCurrency, UserDefaultAndStatus) {
     const COleCurrency cur(12, 5000);
     EXPECT_STREQ("12.5", cur.Format());
     gvplatform::SetUserDefaultLCID(1031);
     EXPECT_STREQ("12,5", cur.Format(0, LANG_USER_DEFAULT));
     gvplatform::SetUserDefaultLCID(1033);
     EXPECT_STREQ("12.5", cur.Format(0, 0x400));
-    // Null or invalid gives empty text.
     for (auto status : {COleCurrency::null, COleCurrency::invalid}) {
         COleCurrency other(cur);
         other.SetStatus(status);

@@ -1,7 +1,6 @@
 // The volume map: drives and shares on temporary directories.
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
