@@ -12,22 +12,18 @@
 namespace {
 
 std::string ToNarrow(UINT page, const std::wstring& wide, BOOL* usedDefault = nullptr, LPCSTR defaultChar = nullptr) {
-    const int n = WideCharToMultiByte(page, 0, wide.data(), static_cast<int>(wide.size()), nullptr, 0, defaultChar,
-                                      usedDefault);
+    const int size = static_cast<int>(wide.size());
+    const int n = WideCharToMultiByte(page, 0, wide.data(), size, nullptr, 0, defaultChar, usedDefault);
     std::string out(static_cast<std::size_t>(n), '\0');
-    if (n > 0) {
-        EXPECT_EQ(n, WideCharToMultiByte(page, 0, wide.data(), static_cast<int>(wide.size()), out.data(), n,
-                                         defaultChar, usedDefault));
-    }
+    EXPECT_EQ(n, n ? WideCharToMultiByte(page, 0, wide.data(), size, out.data(), n, defaultChar, usedDefault) : 0);
     return out;
 }
 
-std::wstring ToWide(UINT page, const std::string& narrow, DWORD flags = 0) {
-    const int n = MultiByteToWideChar(page, flags, narrow.data(), static_cast<int>(narrow.size()), nullptr, 0);
+std::wstring ToWide(UINT page, const std::string& narrow) {
+    const int size = static_cast<int>(narrow.size());
+    const int n = MultiByteToWideChar(page, 0, narrow.data(), size, nullptr, 0);
     std::wstring out(static_cast<std::size_t>(n), L'\0');
-    if (n > 0) {
-        EXPECT_EQ(n, MultiByteToWideChar(page, flags, narrow.data(), static_cast<int>(narrow.size()), out.data(), n));
-    }
+    EXPECT_EQ(n, n ? MultiByteToWideChar(page, 0, narrow.data(), size, out.data(), n) : 0);
     return out;
 }
 
@@ -49,26 +45,40 @@ TEST(CodePage, EveryByteOf1252SurvivesARoundTrip) {
         EXPECT_EQ(ToNarrow(page, wide, &used), all);
         EXPECT_FALSE(used);
     }
+    EXPECT_EQ(GetACP(), 1252u);
 }
 
-TEST(CodePage, CharactersMissingFrom1252BecomeTheDefaultChar) {
-    struct Row {
+TEST(CodePage, CharactersMissingFromThePageBecomeTheDefaultChar) {
+    const struct {
+        UINT page;
         wchar_t in;
         char out;
         BOOL used;
+    } rows[] = {
+        {CP_ACP, L'\u20AC', '\x80', FALSE}, {CP_ACP, L'\u00E4', '\xE4', FALSE}, {CP_ACP, L'\u0081', '\x81', FALSE},
+        {CP_ACP, L'\u0101', '?', TRUE},     {CP_ACP, L'\u4E2D', '?', TRUE},
+        {CP_ACP, static_cast<wchar_t>(0x1F600), '?', TRUE},  {CP_ACP, static_cast<wchar_t>(0xD800), '?', TRUE},
+        {CP_ACP, static_cast<wchar_t>(0x110000), '?', TRUE}, {1251, L'\u0416', '\xC6', FALSE},
+        {1251, L'\u00E4', '?', TRUE},
     };
-    const Row rows[] = {
-        {L'\u20AC', '\x80', FALSE}, {L'\u00E4', '\xE4', FALSE}, {L'\u0081', '\x81', FALSE},
-        {L'\u0101', '?', TRUE},     {L'\u4E2D', '?', TRUE},     {static_cast<wchar_t>(0x1F600), '?', TRUE},
-        {static_cast<wchar_t>(0xD800), '?', TRUE},              {static_cast<wchar_t>(0x110000), '?', TRUE},
-    };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(static_cast<unsigned>(row.in));
         BOOL used = -1;
-        EXPECT_EQ(ToNarrow(CP_ACP, std::wstring(1, row.in), &used), std::string(1, row.out));
+        EXPECT_EQ(ToNarrow(row.page, std::wstring(1, row.in), &used), std::string(1, row.out));
         EXPECT_EQ(used, row.used);
-        EXPECT_EQ(ToNarrow(CP_ACP, std::wstring(1, row.in), nullptr, "*"), std::string(1, row.used ? '*' : row.out));
+        EXPECT_EQ(ToNarrow(row.page, std::wstring(1, row.in), nullptr, "*"), std::string(1, row.used ? '*' : row.out));
     }
+}
+
+TEST(CodePage, Utf8AndOtherIcuPages) {
+    const std::wstring text = {L'\u20AC', static_cast<wchar_t>(0x1F600), L'a'};
+    EXPECT_EQ(ToNarrow(CP_UTF8, text), "\xE2\x82\xAC\xF0\x9F\x98\x80" "a");
+    EXPECT_EQ(ToWide(CP_UTF8, "\xE2\x82\xAC\xF0\x9F\x98\x80" "a"), text);
+    // Invalid UTF-8 becomes U+FFFD; an invalid code point becomes its UTF-8 form.
+    EXPECT_EQ(ToWide(CP_UTF8, "a\xFF" "b"), std::wstring(L"a\uFFFDb"));
+    EXPECT_EQ(ToNarrow(CP_UTF8, std::wstring(1, static_cast<wchar_t>(0xDC00))), "\xEF\xBF\xBD");
+    EXPECT_EQ(ToWide(1251, "\xC6"), L"\u0416");
+    EXPECT_EQ(ToWide(CP_OEMCP, "\x80"), L"\u00C7");
 }
 
 TEST(CodePage, SizesCountTheTerminatorOnlyForMinusOne) {
@@ -77,24 +87,20 @@ TEST(CodePage, SizesCountTheTerminatorOnlyForMinusOne) {
     EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "abc", -1, nullptr, 0), 4);
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "\xE2\x82\xAC", -1, nullptr, 0), 2);
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\u20AC", -1, nullptr, 0, nullptr, nullptr), 4);
-
     char narrow[4] = {'x', 'x', 'x', 'x'};
     EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"ab", -1, narrow, 4, nullptr, nullptr), 3);
     EXPECT_STREQ(narrow, "ab");
     EXPECT_EQ(lstrlenW(L"abc"), 3);
     EXPECT_EQ(lstrlenW(nullptr), 0);
-}
-
-TEST(CodePage, ShortBufferFailsWithInsufficientBuffer) {
+    // A short buffer fails, keeping the part that fits as Win32 leaves it.
     for (UINT page : {UINT{CP_ACP}, UINT{CP_UTF8}, UINT{1251}}) {
         SCOPED_TRACE(page);
-        char narrow[2] = {};
-        SetLastError(0);
-        EXPECT_EQ(WideCharToMultiByte(page, 0, L"abc", -1, narrow, 2, nullptr, nullptr), 0);
-        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
-        EXPECT_EQ(std::string(narrow, 2), "ab");  // the part that fits, as Win32 leaves it
-
+        char two[2] = {};
         wchar_t wide[2] = {};
+        SetLastError(0);
+        EXPECT_EQ(WideCharToMultiByte(page, 0, L"abc", -1, two, 2, nullptr, nullptr), 0);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
+        EXPECT_EQ(std::string(two, 2), "ab");
         SetLastError(0);
         EXPECT_EQ(MultiByteToWideChar(page, 0, "abc", 3, wide, 2), 0);
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
@@ -131,33 +137,13 @@ TEST(CodePage, BadArgumentsFailWithTheirError) {
         EXPECT_EQ(rows[i].first(), 0);
         EXPECT_EQ(GetLastError(), rows[i].second);
     }
-}
-
-TEST(CodePage, Utf8AndOtherIcuPages) {
-    const std::wstring text = {L'\u20AC', static_cast<wchar_t>(0x1F600), L'a'};
-    EXPECT_EQ(ToNarrow(CP_UTF8, text), "\xE2\x82\xAC\xF0\x9F\x98\x80" "a");
-    EXPECT_EQ(ToWide(CP_UTF8, "\xE2\x82\xAC\xF0\x9F\x98\x80" "a"), text);
-    // Invalid UTF-8 becomes U+FFFD; an invalid code point becomes its UTF-8 form.
-    EXPECT_EQ(ToWide(CP_UTF8, "a\xFF" "b"), std::wstring(L"a\uFFFDb"));
-    EXPECT_EQ(ToNarrow(CP_UTF8, std::wstring(1, static_cast<wchar_t>(0xDC00))), "\xEF\xBF\xBD");
-
-    EXPECT_EQ(ToNarrow(1251, L"\u0416"), "\xC6");
-    EXPECT_EQ(ToWide(1251, "\xC6"), L"\u0416");
-    EXPECT_EQ(ToWide(CP_OEMCP, "\x80"), L"\u00C7");
-    BOOL used = FALSE;
-    EXPECT_EQ(ToNarrow(1251, L"\u00E4", &used), "?");
-    EXPECT_TRUE(used);
-}
-
-TEST(CodePage, LastErrorBelongsToTheThread) {
+    // The last error belongs to the thread.
     SetLastError(42);
     DWORD seen = 0;
-    std::thread other([&seen] {
+    std::thread([&seen] {
         SetLastError(7);
         seen = GetLastError();
-    });
-    other.join();
+    }).join();
     EXPECT_EQ(seen, 7u);
     EXPECT_EQ(GetLastError(), 42u);
-    EXPECT_EQ(GetACP(), 1252u);
 }

@@ -1,7 +1,6 @@
 // printf-style formatting as the original runtime produced it.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <string>
@@ -36,6 +35,7 @@ TEST(CrtFormat, FloatsRoundHalfUpOnSeventeenDigits) {
         {"%g", 0.0001, "0.0001"},    {"%g", 0.00001, "1e-005"},   {"%g", 1234567.0, "1.23457e+006"},
         {"%g", 100.0, "100"},  {"%.2g", 9.96, "10"},        {"%.1f", 0.5, "0.5"},        {"%8.2f", 3.14159, "    3.14"},
         {"%-8.1f|", 2.0, "2.0     |"}, {"%+.1f", 1.0, "+1.0"},  {"%.1e", 9.96, "1.0e+001"},     {"%08.2f", -1.5, "-0001.50"},
+        {"%05.1f", 2.25, "002.3"},
         // Special values keep the original spelling.
         {"%f", inf, "1.#INF00"},   {"%.2f", inf, "1.#J"},   {"%f", -inf, "-1.#INF00"},
         {"%.1f", std::numeric_limits<double>::quiet_NaN(), "1.$"},
@@ -62,6 +62,6 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5|4  |", s);
     s.Format("%10d|%3s|%2s|", 7, "abc", "abc");  // a zero in the width; a field exactly filled or overrun
     EXPECT_STREQ("         7|abc|abc|", s);
-    s.Format("%s", static_cast<const char*>(nullptr));
-    EXPECT_STREQ("(null)", s);
+    s.Format("%s|%i|%018p|", static_cast<const char*>(nullptr), -2, reinterpret_cast<void*>(0xAB));
+    EXPECT_STREQ("(null)|-2|  00000000000000AB|", s);  // a pointer is never zero-padded
 }

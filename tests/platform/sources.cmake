@@ -1,6 +1,5 @@
 target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/archive_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/carray_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/codepage_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/crt_format_test.cpp
