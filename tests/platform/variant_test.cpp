@@ -1,13 +1,17 @@
-// VARIANT, BSTR, SAFEARRAY, COleVariant and CDBVariant.
+// VARIANT, BSTR, SAFEARRAY, COleVariant, CDBVariant, variant time and COleCurrency.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <functional>
 #include <new>
 
+#include "gvlib/platform/afxcurrency.h"
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
 #include "gvlib/platform/afxexcept.h"
+#include "gvlib/platform/gvplatform.h"
+#include "gvlib/platform/oledate.h"
 
 TEST(Bstr, NarrowBytesTravelUnconvertedAndCountedTextWidens) {
     COleVariant v("h\xE9llo", VT_BSTRT);
@@ -124,4 +128,60 @@ TEST(DBVariant, OwnsAndCopiesItsValues) {
     date.m_pdate = new TIMESTAMP_STRUCT{2004, 3, 7, 14, 5, 9, 0};
     date = wide;
     EXPECT_STREQ(L"w", *date.m_pstringW);
+}
+
+TEST(VariantTime, SplitsDayAndPositiveTimeOfDayInsideTheRange) {
+    struct Row { double date; int year, month, day, hour, minute, second, weekday; } const rows[] = {
+        {0.0, 1899, 12, 30, 0, 0, 0, 6},    {-5.25, 1899, 12, 25, 6, 0, 0, 1},   {1.5, 1899, 12, 31, 12, 0, 0, 0},
+        {25569.0, 1970, 1, 1, 0, 0, 0, 4},  {60.0, 1900, 2, 28, 0, 0, 0, 3},     {61.0, 1900, 3, 1, 0, 0, 0, 4},
+        {-657434.0, 100, 1, 1, 0, 0, 0, 5}, {2958465.5, 9999, 12, 31, 12, 0, 0, 5},
+        {45356.588298611, 2024, 3, 5, 14, 7, 9, 2},  // rounded to the nearest second
+        {2.99999999, 1900, 1, 2, 0, 0, 0, 2},        // 23:59:59.9991 rounds into the next day
+        // Outside the range nothing converts and the record is left as it was.
+        {-657434.5, 77, 0, 0, 0, 0, 0, 0}, {2958466.5, 77, 0, 0, 0, 0, 0, 0}, {1e300, 77, 0, 0, 0, 0, 0, 0},
+        {-1e300, 77, 0, 0, 0, 0, 0, 0},    {std::nan(""), 77, 0, 0, 0, 0, 0, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.date);
+        SYSTEMTIME st{};
+        st.wYear = 77;
+        EXPECT_EQ(row.year != 77, VariantTimeToSystemTime(row.date, &st) != 0);
+        const std::vector<int> got = {st.wYear, st.wMonth,  st.wDay,       st.wHour,
+                                      st.wMinute, st.wSecond, st.wDayOfWeek, st.wMilliseconds};
+        EXPECT_EQ(got, (std::vector<int>{row.year, row.month, row.day, row.hour, row.minute, row.second, row.weekday, 0}));
+    }
+    EXPECT_FALSE(VariantTimeToSystemTime(0.0, nullptr));
+}
+
+TEST(OleCurrency, FormatsMinimalDigitsWithTheLocaleSeparator) {
+    struct Row { LONGLONG count; LCID lcid; const char* want; } const rows[] = {
+        {125000, 1033, "12.5"},   {125000, 1031, "12,5"},  {120000, 1033, "12"},
+        {500, 1033, "0.05"},      {-2500, 1033, "-0.25"},  {-2500, 1031, "-0,25"},
+        {0, 1033, "0"},           {1, 1033, "0.0001"},     {123456789012345, 1033, "12345678901.2345"},
+        {INT64_MIN, 1033, "-922337203685477.5808"},          {125000, 0x7F, "12.5"},
+        {125000, 0xFFFF, "12.5"}, {125000, 0x401, "12.5"}, {125000, 0x429, "12.5"},  // unknown, or beyond the page
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.want);
+        CY cy;
+        cy.int64 = row.count;
+        EXPECT_STREQ(row.want, COleCurrency(cy).Format(0, row.lcid));
+    }
+}
+
+// The user default locale is the host's setting; null or invalid gives empty text.
+TEST(OleCurrency, UserDefaultAndStatus) {
+    const COleCurrency cur(12, 5000);
+    EXPECT_STREQ("12.5", cur.Format());
+    gvplatform::SetUserDefaultLCID(1031);
+    EXPECT_STREQ("12,5", cur.Format(0, LANG_USER_DEFAULT));
+    gvplatform::SetUserDefaultLCID(1033);
+    EXPECT_STREQ("12.5", cur.Format(0, 0x400));
+    for (auto status : {COleCurrency::null, COleCurrency::invalid}) {
+        COleCurrency other(cur);
+        other.SetStatus(status);
+        EXPECT_STREQ("", other.Format());
+        other.SetCurrency(-1, -5000);
+        EXPECT_STREQ("-1.5", other.Format());
+    }
 }
