@@ -108,12 +108,7 @@ TEST(CArchive, FailuresRaiseTheirCause) {
         try { ar >> s; } catch (...) { EXPECT_EQ(s, "keep"); throw; }
     };
     const int eof = CArchiveException::endOfFile, generic = CArchiveException::genericException;
-    const struct {
-        const char* what;
-        Bytes in;
-        std::function<void(CArchive&)> read;
-        int cause;
-    } rows[] = {
+    const struct { const char* what; Bytes in; std::function<void(CArchive&)> read; int cause; } rows[] = {
         {"string body", {0x05, 'a', 'b'}, str, eof}, {"string length", {0xFF, 0x2C}, str, eof},
         {"wide string body", {0xFF, 0xFE, 0xFF, 0x02, 'a', 0x00, 'b'}, str, eof},
         {"DWORD", {0x01, 0x02, 0x03}, [](CArchive& ar) { DWORD dw; ar >> dw; }, eof},

@@ -49,12 +49,7 @@ TEST(CodePage, EveryByteOf1252SurvivesARoundTrip) {
 }
 
 TEST(CodePage, CharactersMissingFromThePageBecomeTheDefaultChar) {
-    const struct {
-        UINT page;
-        wchar_t in;
-        char out;
-        BOOL used;
-    } rows[] = {
+    const struct { UINT page; wchar_t in; char out; BOOL used; } rows[] = {
         {CP_ACP, L'\u20AC', '\x80', FALSE}, {CP_ACP, L'\u00E4', '\xE4', FALSE}, {CP_ACP, L'\u0081', '\x81', FALSE},
         {CP_ACP, L'\u0101', '?', TRUE},     {CP_ACP, L'\u4E2D', '?', TRUE},
         {CP_ACP, static_cast<wchar_t>(0x1F600), '?', TRUE},  {CP_ACP, static_cast<wchar_t>(0xD800), '?', TRUE},

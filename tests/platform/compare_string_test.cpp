@@ -19,13 +19,7 @@ int Mirror(int result) { return 4 - result; }
 
 constexpr int LT = CSTR_LESS_THAN, EQ = CSTR_EQUAL, GT = CSTR_GREATER_THAN;
 
-struct Row {
-    LCID lcid;
-    DWORD flags;
-    const char* a;
-    const char* b;
-    int expected;
-};
+struct Row { LCID lcid; DWORD flags; const char* a; const char* b; int expected; };
 
 // Pairs the string value's own locale table already checks are left to it.
 const Row kOrders[] = {
@@ -85,12 +79,7 @@ TEST(CompareString, LocalesCountsAndFailures) {
     // Counted blocks with nothing around them: the prefix walk stops at their start.
     const std::unique_ptr<char[]> ch(new char[2]{'c', 'h'}), cz(new char[2]{'c', 'z'});
     EXPECT_EQ(CompareStringA(1034, 0, ch.get(), 2, cz.get(), 2), GT);
-    const struct {
-        LCID lcid;
-        DWORD flags;
-        const char* a;
-        DWORD error;
-    } failures[] = {
+    const struct { LCID lcid; DWORD flags; const char* a; DWORD error; } failures[] = {
         {0x9999, 0, "a", ERROR_INVALID_PARAMETER},      // unknown
         {12345, 0, "a", ERROR_INVALID_PARAMETER},       // known only by its language
         {1033, 0x80000000u, "a", ERROR_INVALID_FLAGS},  // unknown flag

@@ -9,11 +9,7 @@
 
 namespace {
 
-struct Row {
-    const char* format;
-    double value;
-    const char* want;
-};
+struct Row { const char* format; double value; const char* want; };
 
 double Bits(uint64_t bits) {
     double d;

@@ -70,11 +70,7 @@ TEST(CMemFile, AttachedBlocksAndGrowthSteps) {
     attached.Attach(nullptr, 0);
     for (CMemFile* empty : {&noGrowth, static_cast<CMemFile*>(&failing), &attached})
         EXPECT_EQ(empty->GetLength(), 0u);
-    const struct {
-        UINT nGrow;
-        std::vector<UINT> writes;
-        UINT nBufferSize;
-    } cases[] = {
+    const struct { UINT nGrow; std::vector<UINT> writes; UINT nBufferSize; } cases[] = {
         {1024, {1}, 1024},    {1024, {1024}, 1024},      {1024, {1025}, 2048}, {1024, {1024, 1}, 2048},
         {1024, {3000}, 3072}, {100, {1, 100, 100}, 300}, {7, {8}, 14},         {4096, {1, 1, 1}, 4096},
     };

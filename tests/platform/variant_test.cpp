@@ -44,12 +44,7 @@ TEST(OleVariant, ScalarConstructorsSetTypeAndValue) {
     EXPECT_EQ(VT_EMPTY, (new (raw) COleVariant)->vt);
     // Each row narrower than the one before, so a stale wider value would show.
     COleVariant v("text");
-    const struct {
-        COleVariant made;
-        std::function<void()> assign;
-        VARTYPE vt;
-        ULONGLONG bits;
-    } rows[] = {
+    const struct { COleVariant made; std::function<void()> assign; VARTYPE vt; ULONGLONG bits; } rows[] = {
         {COleVariant(1.5), [&] { v = 1.5; }, VT_R8, 0x3FF8000000000000ull},
         {COleVariant(LONGLONG{-2}), [&] { v = LONGLONG{-2}; }, VT_I8, ~1ull},
         {COleVariant(int32_t{-2}), [&] { v = LONG{-2}; }, VT_I4, 0xFFFFFFFEull},
