@@ -22,7 +22,7 @@ TEST(CStringT, CopiesShareStorageUntilOneChanges) {
     EXPECT_STREQ("xhared text", d);
     CString locked("locked");
     locked.LockBuffer();
-    locked.GetBuffer(100);  // a new block stays locked
+    EXPECT_STREQ("locked", locked.GetBuffer(4096));  // a grown block keeps the text and stays locked
     locked.ReleaseBuffer();
     CString copy(locked);
     EXPECT_NE(copy.GetString(), locked.GetString());
