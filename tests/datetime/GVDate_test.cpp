@@ -125,7 +125,6 @@ TEST_P(DateTest, CopySlotsAndAssignmentThroughTheBase) {
     EXPECT_EQ(2000, d.mGetYear());
 }
 
-// Variants and the text form apply their fields through the setters.
 TEST_P(DateTest, VariantsAndTextReadApplyFieldsThroughTheSetters) {
     Probe d(2024, 3, 31, 8, 0, 0);
     CDBVariant db;

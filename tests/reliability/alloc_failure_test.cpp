@@ -1,5 +1,4 @@
-// Every operation of the table, each of its allocations failing in turn: the memory exception reaches
-// the caller, the target keeps its state, the same call succeeds afterwards. Leaks show under the sanitiser.
+// Each allocation of every operation failing in turn: the memory exception reaches the caller, the target is kept, a retry works.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -121,8 +120,9 @@ CGVBuffer* Bytes(std::string const& content) {
 }
 CGVBuffer* Abab() { return Bytes("a,b,a,b,a"); }
 CGVBuffer* SavedOf(CGVArray* a) {
+    std::unique_ptr<CGVArray> owned(a);
     auto b = std::make_unique<CGVBuffer>();
-    std::unique_ptr<CGVArray>(a)->mSave(*b);
+    owned->mSave(*b);
     return b.release();
 }
 std::string Saved(CGVArray* a) { return State(*std::unique_ptr<CGVBuffer>(SavedOf(a))); }
@@ -138,9 +138,10 @@ std::function<void(CGVObject&)> LoadOf(CGVObject* o) {
 }
 // Stores with an explicit Close: the archive's destructor drops errors, as the framework's did.
 std::string StoreClosed(CGVObject* o) {
+    std::unique_ptr<CGVObject> owned(o);
     CMemFile file;
     CArchive ar(&file, CArchive::store);
-    std::unique_ptr<CGVObject>(o)->Serialize(ar);
+    owned->Serialize(ar);
     ar.Close();
     return std::to_string(file.GetLength());
 }
