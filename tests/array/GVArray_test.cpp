@@ -79,9 +79,8 @@ TEST(CGVArray, GrowingToAnIndexIsInsertingUntilThere) {
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(testing::Message() << row.step << " " << row.index);
-        GrowProbe grown(4, row.step);
-        CGVArray inserted(4, row.step);
-        for (CGVArray* a : {static_cast<CGVArray*>(&grown), &inserted}) {
+        GrowProbe grown(4, row.step), inserted(4, row.step);
+        for (CGVArray* a : {&grown, &inserted}) {
             AddAll(*a, Ints(static_cast<size_t>(row.items), 5));
             a->mResize(row.resized);
         }
@@ -112,14 +111,10 @@ TEST(CGVArray, InsertionDeletionAndSwapIndexRules) {
     a.mInsertAtIndex(&nine, 4);  // at the count: appends
     a.mInsertAtIndex(&nine, 7);  // beyond: the count rises, nothing is stored
     EXPECT_EQ((Ints{6, 9}), (Ints{a.mGetNumItems(), Items(a)[4]}));
-    a.mDeleteItem(6);
-    a.mDeleteItem(-1);
-    EXPECT_EQ(6, a.mGetNumItems());
-    a.mDeleteItem(1);
+    a.mDeleteItem(6), a.mDeleteItem(-1), a.mDeleteItem(1);  // the first two name no item
     Ints left = Items(a);
-    EXPECT_EQ((Ints{0, 2, 3, 9}), Ints(left.begin(), left.begin() + 4));
-    a.mGetArrayItem(&keep, a.mGetNumItems());
-    a.mGetArrayItem(&keep, -1);
+    EXPECT_EQ((Ints{5, 0, 2, 3, 9}), (Ints{a.mGetNumItems(), left[0], left[1], left[2], left[3]}));
+    a.mGetArrayItem(&keep, a.mGetNumItems()), a.mGetArrayItem(&keep, -1);
     EXPECT_EQ(42, keep);
     EXPECT_THROW(a.mInsertItem(-1), CInvalidArgException);
     for (int16_t step : {int16_t{0}, int16_t{-5}}) {  // careless steps stay inside the block
@@ -151,14 +146,12 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
     AddAll(copy, Ints(16, 3));  // a copy's block grows with its items in place
     EXPECT_EQ(7, Items(copy)[0]);
     CGVArray assigned(1, 3);
-    assigned = a;
-    EXPECT_EQ((Ints{4, 16}), (Ints{assigned.mGetElementSize(), assigned.mGetAllocatedSlots()}));
-    assigned = assigned;
-    EXPECT_EQ((Ints{7}), Items(assigned));
+    assigned = a, assigned = assigned;
+    EXPECT_EQ((Ints{4, 16, 1, 7}), (Ints{assigned.mGetElementSize(), assigned.mGetAllocatedSlots(),
+                                         assigned.mGetNumItems(), *static_cast<int32_t*>(assigned.mItemPtr(0))}));
     std::unique_ptr<CGVObject> dup(a.mCopy());
-    auto* array = dynamic_cast<CGVArray*>(dup.get());
-    ASSERT_NE(nullptr, array);
-    EXPECT_EQ((Ints{7}), Items(*array));
+    ASSERT_NE(nullptr, dup);
+    EXPECT_EQ((Ints{7}), Items(dynamic_cast<CGVArray&>(*dup)));
     CGVArray shrunk(4, 16), empty(0, 16);
     AddAll(shrunk, {3, 4});
     shrunk.mResize(0);  // no slots reported, the items still there
@@ -211,10 +204,9 @@ TEST(CGVArray, DamagedArchivesLeaveTheArrayAsItWas) {
         EXPECT_EQ((Ints{1, 2, 16}), (Ints{Items(a)[0], Items(a)[1], a.mGetAllocatedSlots()}));
     }
     CGVBuffer b;  // the buffer form of a generic array is empty
-    b.mInit("old", 3);
     CGVArray a(4, 16);
     AddAll(a, {1, 2});
-    a.mSave(b);
+    b.mInit("old", 3), a.mSave(b);
     EXPECT_EQ(0, b.mGetLength());
     a.mLoad(b);
     EXPECT_EQ((Ints{0, 16}), (Ints{a.mGetNumItems(), a.mGetAllocatedSlots()}));
@@ -237,12 +229,11 @@ TEST(CGVArraySort, DefaultCallbacksFollowMCompareInEitherDirection) {
             return CGVArray::mCompareElms(i, j);
         });
         EXPECT_EQ(row.want, Items(a));
-        EXPECT_EQ(&a, g_seenDuringSort);
-        EXPECT_EQ(nullptr, GVGetSortArray());
-        // the direction seen during the sort and kept after it
-        EXPECT_EQ((Ints{row.direction, row.direction}), (Ints{g_directionDuringSort, GVGetSortDirection()}));
+        EXPECT_EQ((std::vector<CGVArray*>{&a, nullptr}), (std::vector<CGVArray*>{g_seenDuringSort, GVGetSortArray()}));
         CGVObject *low = &values[0], *high = &values[1];  // 4 and 15: the array sorted pointers only
-        EXPECT_EQ(row.direction ? -1 : 1, CGVArray::mComparison(&low, &high));
+        // the direction seen during the sort, kept after it, and applied to a comparison
+        EXPECT_EQ((Ints{row.direction, row.direction, row.direction ? -1 : 1}),
+                  (Ints{g_directionDuringSort, GVGetSortDirection(), CGVArray::mComparison(&low, &high)}));
     }
     EXPECT_EQ(0, CGVArray::mCompareElms(0, 1));  // no sort running
 }
@@ -258,9 +249,7 @@ TEST(CGVArraySort, IntegerArrayWithCallerCallbacks) {
             });
     const Ints sorted = Items(a);
     EXPECT_EQ((Ints{-7, -2, 0, 1, 2, 3, 4, 5, 5, 6, 7, 8, 9}), sorted);
-    // The default compare reads no pointers out of 4-byte elements: every pair is
-    // equal, so the sort only exchanges equal-ranked items among themselves.
-    a.mSort(SORT_ASCENDING);
+    a.mSort(SORT_ASCENDING);  // the default compare reads no pointers out of 4-byte items: all are equal
     Ints after = Items(a);
     std::sort(after.begin(), after.end());
     EXPECT_EQ(sorted, after);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/archive_bytes.h"
+#include "support/buffer_content.h"
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
@@ -41,8 +42,7 @@ struct Spy : CGVLongArray {
 
 std::string Text(CGVObject& object) {
     std::ostringstream os;
-    os << object;
-    return os.str();
+    return (os << object, os.str());
 }
 
 }  // namespace
@@ -76,13 +76,12 @@ TEST(CGVLongArray, ArchiveBytesAndGrowth) {
 TEST(CGVLongArray, IndexBeyondTheEndGrows) {
     CGVLongArray a, b, c;
     a[3] = 7, b[20] = 1, c[100] = 1;
-    EXPECT_EQ((Ints{0, 0, 0, 7}), Items(a));
     EXPECT_EQ((Ints{21, 32, 112}), (Ints{b.mGetNumItems(), b.mGetAllocatedSlots(), c.mGetAllocatedSlots()}));
     CGVLongArray const& constant = b;
     EXPECT_EQ((Ints{0, 0}), (Ints{constant[21], constant[-1]}));
     EXPECT_THROW(a[-1], CInvalidArgException);
     EXPECT_THROW(a[INT32_MAX], CMemoryException);
-    EXPECT_EQ(4, a.mGetNumItems());
+    EXPECT_EQ((Ints{0, 0, 0, 7}), Items(a));
 }
 
 TEST(CGVLongArray, AddSearchAndCopy) {
@@ -91,11 +90,10 @@ TEST(CGVLongArray, AddSearchAndCopy) {
     a.mAdd(&minus), a.mAdd(static_cast<int32_t const*>(nullptr));  // a zero item
     EXPECT_EQ((Ints{3, 5, 5, -1, 0}), Items(a));
     EXPECT_EQ((Ints{1, -1, 3, 4}), (Ints{a.mSearch(5), a.mSearch(4), a.mSearch(-1), a.mSearch(0)}));
-    std::unique_ptr<CGVObject> copy(a.mCopy());
-    EXPECT_EQ(nullptr, dynamic_cast<CGVLongArray*>(copy.get()));
-    auto* generic = dynamic_cast<CGVArray*>(copy.get());
-    ASSERT_NE(nullptr, generic);
-    EXPECT_EQ((Ints{4, 5}), (Ints{generic->mGetElementSize(), generic->mGetNumItems()}));
+    std::unique_ptr<CGVObject> copy(a.mCopy());  // a generic array
+    ASSERT_NE(nullptr, copy);
+    auto& generic = dynamic_cast<CGVArray&>(*copy);
+    EXPECT_EQ((Ints{0, 4, 5}), (Ints{dynamic_cast<CGVLongArray*>(&generic) != nullptr, generic.mGetElementSize(), generic.mGetNumItems()}));
     Spy spy;
     spy.mAdd(&minus);
     EXPECT_EQ((Ints{1, -1}), (Ints{spy.stores, spy[0]}));
@@ -109,20 +107,18 @@ TEST(CGVLongArray, TextAndBufferFormsAppendOnReading) {
     EXPECT_EQ((Ints{9, 1, 2}), Items(into));
     CGVBuffer b;
     a.mSave(b);
-    EXPECT_EQ("YU2 U5 U-1 ", std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
+    EXPECT_EQ("YU2 U5 U-1 ", gvtest::Content(b));
     into.mLoad(b);
     EXPECT_EQ((Ints{9, 1, 2, 5, -1}), Items(into));
 }
 
-// Found by fuzzing: elements of another size (an archive may announce them)
-// wrote or read past a 4-byte value.
+// Found by fuzzing: elements of another size (an archive may announce them) wrote or read past a 4-byte value.
 TEST(CGVLongArray, ElementsOfAnotherSizeReadAtMostFourBytes) {
     CGVLongArray wide = Holding({0x01020304, 7}, 8);
     int64_t big = 0x1122334455667788;
     wide.CGVArray::mAdd(&big);
     wide.mAdd(static_cast<int32_t const*>(nullptr));
     EXPECT_EQ((Ints{0x01020304, 7, 0x55667788, 0}), Items(wide));
-    EXPECT_EQ(0x55667788, wide[2]);
     EXPECT_EQ((Ints{1, 2, -1}), (Ints{wide.mSearch(7), wide.mSearch(0x55667788), wide.mSearch(0x11223344)}));
     EXPECT_EQ("YU4 U16909060 U7 U1432778632 U0 ", Text(wide));
     // Narrow elements keep the low bytes of each value.

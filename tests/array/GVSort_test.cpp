@@ -1,5 +1,4 @@
-// qsortplusplus: the exact sequence of callback calls, the sorted results, and the
-// input that makes every partition as unbalanced as it can be on a small stack.
+// qsortplusplus: the exact callback sequence, the sorted results, and the most unbalanced input on a small stack.
 #include <gtest/gtest.h>
 #include <pthread.h>
 
@@ -45,8 +44,7 @@ void* Sort(void* values = nullptr) {
     return nullptr;
 }
 
-// Replays the partitions backwards: in every range (0, hi) the middle element is
-// the largest, the partition moves it to hi and hands (0, hi - 1) on.
+// Replays the partitions backwards: in every range (0, hi) the middle element is the largest, moved to hi.
 std::vector<int32_t> MiddleIsLargest(uint32_t n) {
     std::vector<uint32_t> at(n);  // at[k]: which input element stands at position k
     std::iota(at.begin(), at.end(), 0u);
@@ -74,8 +72,7 @@ TEST(QSortPlusPlus, WorkedExampleAndEmptySorts) {
     EXPECT_EQ(&Compare, GVGetSortCompareProc());
 }
 
-// Against the plain recursive transcription, call for call: random values (small
-// spreads give runs of equal ones), then ordered, reversed and equal ones of many sizes.
+// Call for call against the plain recursive sort: random values (with runs of equal ones), ordered, reversed, equal.
 TEST(QSortPlusPlus, SequenceMatchesTheRecursiveSort) {
     std::mt19937 rng(4);
     std::vector<std::vector<int32_t>> inputs(300);
@@ -107,11 +104,9 @@ TEST(QSortPlusPlusDeep, QuadraticInputOnA256KiBStack) {
     g_values = MiddleIsLargest(kCount);
     g_log = false;
     pthread_attr_t attr;
-    ASSERT_EQ(0, pthread_attr_init(&attr));
-    ASSERT_EQ(0, pthread_attr_setstacksize(&attr, 256 * 1024));
     pthread_t thread;
-    ASSERT_EQ(0, pthread_create(&thread, &attr, Sort, nullptr));
-    ASSERT_EQ(0, pthread_join(thread, nullptr));
+    ASSERT_FALSE(pthread_attr_init(&attr) || pthread_attr_setstacksize(&attr, 256 * 1024) ||
+                 pthread_create(&thread, &attr, Sort, nullptr) || pthread_join(thread, nullptr));
     pthread_attr_destroy(&attr);
     g_log = true;
     EXPECT_TRUE(std::is_sorted(g_values.begin(), g_values.end()));

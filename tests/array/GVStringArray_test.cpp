@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/archive_bytes.h"
+#include "support/buffer_content.h"
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/buffer/GVBuffer.h"
 #include "gvlib/core/GVLong.h"
@@ -42,8 +43,7 @@ TEST(CGVStringArray, AddingInsertingAndIndexing) {
     a.mAdd(nullptr);
     AddAll(a, {"b", "c"});
     CGVString first("a");
-    a.mInsertAtIndex(&first, 2);  // at the count: nothing
-    a.mSetArrayItem(&first, 2);
+    a.mInsertAtIndex(&first, 2), a.mSetArrayItem(&first, 2);  // at the count: nothing
     EXPECT_EQ((Texts{"b", "c"}), Items(a));
     a.mInsertAtIndex(&first, 0);
     CGVLong number(5);
@@ -74,11 +74,11 @@ TEST(CGVStringArray, CopyKeepsEmptySlotsAssignmentDropsThem) {
     int32_t untouched = 5;
     generic.mGetArrayItem(&untouched, 0);
     EXPECT_EQ((std::vector<int32_t>{3, 5}), (std::vector<int32_t>{generic.mGetNumItems(), untouched}));
-    EXPECT_EQ(nullptr, a.mCopy());
-    std::unique_ptr<CGVObject> made(a.mNew());
-    EXPECT_EQ(nullptr, dynamic_cast<CGVStringArray*>(made.get()));
-    ASSERT_NE(nullptr, dynamic_cast<CGVArray*>(made.get()));
-    EXPECT_EQ(0, static_cast<CGVArray*>(made.get())->mGetNumItems());
+    std::unique_ptr<CGVObject> made(a.mNew());  // an empty generic array; no copy at all
+    auto* fresh = dynamic_cast<CGVArray*>(made.get());
+    ASSERT_NE(nullptr, fresh);
+    EXPECT_EQ((std::vector<int32_t>{1, 0, 0}), (std::vector<int32_t>{a.mCopy() == nullptr,
+              dynamic_cast<CGVStringArray*>(fresh) != nullptr, fresh->mGetNumItems()}));
 }
 
 TEST(CGVStringArray, FindSearchAndSort) {
@@ -104,8 +104,7 @@ TEST(CGVStringArray, FindSearchAndSort) {
         SCOPED_TRACE(row.order);
         CGVStringArray s;
         AddAll(s, {"c", "a", "B"});
-        s.mInsertItem(1);
-        s.mSort(row.order);
+        s.mInsertItem(1), s.mSort(row.order);
         EXPECT_EQ(row.want, Items(s));
         EXPECT_EQ(nullptr, GVGetSortArray());
     }
@@ -130,11 +129,10 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
     AddAll(a, {"a b", ""});
     std::ostringstream os, none;
     os << a, none << empty;
-    EXPECT_EQ("XU4 T2 ab T1 c T3 a b T0  ", os.str());
-    EXPECT_EQ("XU0 ", none.str());
+    EXPECT_EQ((Texts{"XU4 T2 ab T1 c T3 a b T0  ", "XU0 "}), (Texts{os.str(), none.str()}));
     CGVBuffer saved, nothing;
     a.mSave(saved);
-    EXPECT_EQ(os.str(), std::string(saved.mGetBuffer(), static_cast<size_t>(saved.mGetLength())));
+    EXPECT_EQ(os.str(), gvtest::Content(saved));
     AddAll(into, {"one"});
     into.mLoad(saved);
     EXPECT_EQ((Texts{"one", "ab", "c", "a b", ""}), Items(into));
@@ -148,7 +146,6 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
     EXPECT_EQ("T40000 y", bigText.str().substr(40012, 8));
     std::istringstream is(" XU4 T1 q T2 \n\n");  // count times a string, read or not
     std::unique_ptr<CGVObject> made(CGVObject::mNew(is));
-    auto* strings = dynamic_cast<CGVStringArray*>(made.get());
-    ASSERT_NE(nullptr, strings);
-    EXPECT_EQ((Texts{"q", "\n\n", "", ""}), Items(*strings));
+    ASSERT_NE(nullptr, dynamic_cast<CGVStringArray*>(made.get()));
+    EXPECT_EQ((Texts{"q", "\n\n", "", ""}), Items(static_cast<CGVStringArray&>(*made)));
 }

@@ -18,9 +18,7 @@ namespace {
 
 CGVMoney Of(int32_t whole, int32_t fraction) {
     CGVMoney m;
-    m.mSetWholeAmount(whole);
-    m.mSetFractionalAmount(fraction);
-    return m;
+    return m.mSetWholeAmount(whole), m.mSetFractionalAmount(fraction), m;
 }
 
 void ExpectParts(int32_t whole, int32_t fraction, CGVMoney const& m) {
@@ -29,8 +27,7 @@ void ExpectParts(int32_t whole, int32_t fraction, CGVMoney const& m) {
 
 }  // namespace
 
-// Each text is read as strtod reads it (the end position unused), and its number
-// set directly gives the same parts.
+// Each text is read as strtod reads it (the end position unused); its number set directly gives the same parts.
 TEST(Money, AmountsFromNumbersAndText) {
     struct Row { const char* text; int32_t whole, fraction; } const rows[] = {
         {"12.34", 12, 34},          {"-1.25", -1, -25},          {"0.29", 0, 28},        {"1.005", 1, 0},
@@ -50,8 +47,7 @@ TEST(Money, AmountsFromNumbersAndText) {
     ExpectParts(7, 0, CGVMoney(7));
 }
 
-// Each row runs the binary form (a new heap result, the operand unchanged)
-// and the compound form (the same value, in place).
+// Each row runs the binary form (a new heap result, the operand unchanged) and the compound form (in place).
 TEST(Money, OperatorsCarryAndBorrowOnTheHundredths) {
     struct Row { int32_t whole, fraction; char op; int32_t otherFraction, n, wantWhole, wantFraction; } const rows[] = {
         {1, 50, '+', 75, 0, 2, 25},  {0, -25, '+', -90, 0, 0, -115}, {0, 50, '+', 50, 0, 1, 0}, {1, 50, '-', 75, 0, 0, 75},
@@ -99,16 +95,11 @@ TEST(Money, TextNumbersComparisonsAndAssignment) {
 
 TEST(Money, VariantConversions) {
     CGVMoney m = Of(3, 50);
-    CDBVariant db;
-    db.m_dwType = DBVT_SHORT, db.m_iVal = -2;  // the hundredths stay
-    m.mConvertFromDBVariant(db);
-    ExpectParts(-2, 50, m);
-    db.m_dwType = DBVT_LONG, db.m_lVal = 7;
-    m.mConvertFromDBVariant(db);
-    ExpectParts(7, 50, m);
-    db.m_dwType = DBVT_DOUBLE, db.m_dblVal = 7.0;
-    m.mConvertFromDBVariant(db);
-    ExpectParts(7, 0, m);
+    CDBVariant db;  // in order, on one value: the integer types keep the hundredths
+    const auto fromDb = [&](auto set) { return set(db), m.mConvertFromDBVariant(db), m; };
+    ExpectParts(-2, 50, fromDb([](CDBVariant& v) { v.m_dwType = DBVT_SHORT, v.m_iVal = -2; }));
+    ExpectParts(7, 50, fromDb([](CDBVariant& v) { v.m_dwType = DBVT_LONG, v.m_lVal = 7; }));
+    ExpectParts(7, 0, fromDb([](CDBVariant& v) { v.m_dwType = DBVT_DOUBLE, v.m_dblVal = 7.0; }));
     COleVariant cy;
     cy.vt = VT_CY, cy.cyVal.int64 = 125000;  // 12.5
     // In order, on one value: VT_I4 changes nothing, VT_I2 sets the whole part only.

@@ -16,10 +16,7 @@ public:
     ~ScopedTimeZone() { Set(old_ ? old_->c_str() : nullptr); }
 
 private:
-    static void Set(const char* zone) {
-        zone ? setenv("TZ", zone, 1) : unsetenv("TZ");
-        tzset();
-    }
+    static void Set(const char* zone) { zone ? setenv("TZ", zone, 1) : unsetenv("TZ"), tzset(); }
     std::optional<std::string> old_;
 };
 

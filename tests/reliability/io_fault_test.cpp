@@ -1,5 +1,4 @@
-// File members when the device fails (full disks, read errors, short transfers, files
-// that vanish) raise the file exception with the host's cause and keep the target.
+// File members on failing devices (full, read errors, short transfers, vanished files): the host's cause, target kept.
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -7,6 +6,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/buffer/GVBuffer.h"
@@ -16,6 +16,7 @@
 #include "gvlib/platform/afxfile.h"
 #include "gvlib/platform/volumes.h"
 #include "platform/fault_injection.h"
+#include "support/buffer_content.h"
 
 namespace {
 
@@ -41,20 +42,14 @@ void ExpectFileError(std::function<void()> const& op, int cause, int error) {
         op();
         ADD_FAILURE() << "no exception";
     } catch (CFileException const& e) {
-        EXPECT_EQ(cause, e.m_cause);
-        EXPECT_EQ(error, e.m_lOsError);
+        EXPECT_EQ((std::vector<int64_t>{cause, error}), (std::vector<int64_t>{e.m_cause, e.m_lOsError}));
     }
 }
 
 }  // namespace
 
 TEST_F(IoFault, EveryCFileCallReportsTheHostCause) {
-    struct Row {
-        const char* name;
-        FileCall call;
-        int error, cause;
-        std::function<void(CFile&)> op;
-    };
+    struct Row { const char* name; FileCall call; int error, cause; std::function<void(CFile&)> op; };
     char data[16] = {};
     Row const rows[] = {
         {"read", FileCall::read, EIO, CFileException::hardIO, [&](CFile& f) { f.Read(data, sizeof data); }},
@@ -80,34 +75,31 @@ TEST_F(IoFault, OpenFailuresAnswerFalseWithTheCause) {
     FailFileCall(FileCall::open, 1, EACCES);
     CFile file;
     CFileException error;
-    EXPECT_FALSE(file.Open(path_.c_str(), CFile::modeRead, &error));
-    EXPECT_EQ(CFileException::accessDenied, error.m_cause);
+    EXPECT_EQ((std::vector<int>{0, CFileException::accessDenied}),
+              (std::vector<int>{file.Open(path_.c_str(), CFile::modeRead, &error), error.m_cause}));
     // Found by the status query, gone before the open.
     CFileStatus status;
     ASSERT_TRUE(CFile::GetStatus(gvplatform::HostToWindowsPath(path_).c_str(), status));
     std::remove(path_.c_str());
-    EXPECT_FALSE(file.Open(path_.c_str(), CFile::modeRead, &error));
-    EXPECT_EQ(CFileException::fileNotFound, error.m_cause);
-    EXPECT_EQ(ENOENT, error.m_lOsError);
-    EXPECT_FALSE(CFile::GetStatus(gvplatform::HostToWindowsPath(path_).c_str(), status));
-    EXPECT_EQ(0, CGVPath(gvplatform::HostToWindowsPath(path_).c_str()).IsFile());
+    const bool opened = file.Open(path_.c_str(), CFile::modeRead, &error);
+    EXPECT_EQ((std::vector<int>{0, CFileException::fileNotFound, ENOENT, 0, 0}),
+              (std::vector<int>{opened, error.m_cause, static_cast<int>(error.m_lOsError),
+                                CFile::GetStatus(gvplatform::HostToWindowsPath(path_).c_str(), status),
+                                CGVPath(gvplatform::HostToWindowsPath(path_).c_str()).IsFile()}));
 }
 
 TEST_F(IoFault, ShortTransfersStillMoveEveryByte) {
     gvplatform::faults::LimitTransfer(7);
     std::string text(1000, 'w');
-    {
-        CFile file(path_.c_str(), CFile::modeCreate | CFile::modeWrite);
-        file.Write(text.data(), static_cast<UINT>(text.size()));
-    }
+    CFile(path_.c_str(), CFile::modeCreate | CFile::modeWrite).Write(text.data(), static_cast<UINT>(text.size()));
     CFile file(path_.c_str(), CFile::modeRead);
     std::string back(1000, '\0');
-    EXPECT_EQ(1000u, file.Read(&back[0], 1000));
+    back.resize(file.Read(&back[0], 1000));
     EXPECT_EQ(text, back);
     file.SeekToBegin();
     CGVBuffer b;
     EXPECT_EQ(1000, b.mReadFromFile(file));
-    EXPECT_EQ(text + '\0', std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
+    EXPECT_EQ(text + '\0', gvtest::Content(b));
 }
 
 TEST_F(IoFault, FullDeviceFailsTheArchiveAndTheDirectWrite) {
@@ -150,6 +142,6 @@ TEST_F(IoFault, LoadsInterruptedByReadErrorsKeepTheTarget) {
         b.mInit("before", 6);
         FailFileCall(FileCall::read, nth, EIO);
         ExpectFileError([&] { b.mReadFromFile(file); }, CFileException::hardIO, EIO);
-        EXPECT_EQ("before", std::string(b.mGetBuffer(), static_cast<size_t>(b.mGetLength())));
+        EXPECT_EQ("before", gvtest::Content(b));
     }
 }

@@ -1,5 +1,4 @@
-// Distinct value objects used from distinct threads at once, and copies of one
-// string read and changed in different threads. Run under the thread sanitiser.
+// Distinct value objects used from threads at once, and copies of one string changed in each; run under tsan.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -20,8 +19,7 @@ namespace {
 constexpr int kThreads = 4;
 constexpr int kRounds = 300;
 
-// Runs `work(thread, round)` on kThreads threads at once; counts the rounds that
-// found a wrong result.
+// Runs `work(thread, round)` on kThreads threads at once; counts the rounds that found a wrong result.
 int32_t Concurrently(std::function<bool(int, int)> const& work) {
     std::atomic<int32_t> wrong{0};
     std::atomic<bool> go{false};
@@ -31,8 +29,7 @@ int32_t Concurrently(std::function<bool(int, int)> const& work) {
             while (!go.load())
                 std::this_thread::yield();
             for (int r = 0; r < kRounds; ++r)
-                if (!work(t, r))
-                    ++wrong;
+                wrong += !work(t, r);
         });
     }
     go = true;
@@ -49,8 +46,7 @@ TEST(Threads, CopiesOfOneSharedStringChangeIndependently) {
     CGVString const shared("shared text that every thread copies");
     std::string const original = S(shared);
     EXPECT_EQ(0, Concurrently([&](int t, int r) {
-        CGVString copy(shared);  // shares the block: the count is touched by all threads
-        CGVString other = copy;
+        CGVString copy(shared), other(copy);  // shares the block: the count is touched by all threads
         copy += static_cast<char>('a' + t);
         other.SetAt(0, 'X');
         CString tail = shared.Mid(r % 10);
