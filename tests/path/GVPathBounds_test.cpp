@@ -1,11 +1,4 @@
-// CGVPath: every member over a few thousand generated texts, with the fixture's
-// drives mapped. Run under the sanitizer build, this catches reads and writes
-// outside the text that the example tables miss; the checks here are the few
-// that hold for any text.
-#include <gtest/gtest.h>
-
-#include <vector>
-
+// CGVPath: every member over generated texts, for the sanitizer build; the checks hold for any text.
 #include "path/path_test_access.h"
 #include "path/volume_fixture.h"
 
@@ -16,8 +9,7 @@ using Access = GVPathTestAccess;
 // The bytes paths go wrong on; some texts carry a NUL inside them too.
 const char kAlphabet[] = "\\\\\\///::..\"  \tCchtpx*?#%-\x80\xA0\xE4\xFF";
 
-// A fixed linear congruential generator: the same texts on every platform, mostly
-// short, where the boundary cases live, and some up to 300.
+// A fixed generator: the same texts everywhere, mostly short, some up to 300.
 std::string Generated(uint32_t& state, int i) {
     auto next = [&state] { return (state = state * 1664525u + 1013904223u) >> 8; };
     size_t length = (i % 10 == 0) ? next() % 301 : next() % 12;
@@ -29,7 +21,6 @@ std::string Generated(uint32_t& state, int i) {
     return text;
 }
 
-// The edits with index arithmetic of their own; the trims they share are called below.
 using Edit = void (*)(CGVPath&);
 const Edit kEdits[] = {
     [](CGVPath& p) { p.MakeDelimitersCanonical(); }, [](CGVPath& p) { p.SetExtension("f"); },
@@ -44,7 +35,6 @@ const Edit kEdits[] = {
     [](CGVPath& p) { p.MakeLegalURL("\xE4:", 0); },  [](CGVPath& p) { p.TrimURLScheme(); },
 };
 
-// Members that read only are called on the path itself; the test checks it is unchanged.
 void EveryMember(CGVPath& path) {
     int n = path.GetLength();
     path.IsUNCSpecified(), path.IsDriveSpecified(), path.IsFullPathName(), path.IsURL(), path.IsQualified();
@@ -85,8 +75,7 @@ void EveryMember(CGVPath& path) {
     ASSERT_EQ(1, legal.IsLegalURL(nullptr));
     path.IsLegal(nullptr), path.IsLegal("L:\\"), path.IsLegalComponentLength(-1), path.IsLegalExtensionLength(-1);
     After(Text(path), [](CGVPath& p) { p.MakeLegalPath(); });
-    // A name made for a short-name directory keeps to 8.3 without a forbidden
-    // character and is legal there.
+    // A name made for a short-name directory is a legal 8.3 name.
     name.MakeLegalName("S:\\dir");
     ASSERT_LE(name.GetLength(), 12);
     ASSERT_EQ(-1, name.FindOneOf(name.GetBadNameCharacters(0)));

@@ -1,6 +1,4 @@
-// CGVPath: names, extensions, directories, volumes, joining and cutting.
-#include <gtest/gtest.h>
-
+// CGVPath: names, extensions, directories, volumes, joining and cutting, Explode and Implode.
 #include "gvlib/platform/gvplatform.h"
 #include "path/path_test_access.h"
 
@@ -37,68 +35,56 @@ const Row kRows[] = {
 TEST(CGVPathComponents, Getters) {
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.text);
-        CGVPath path(row.text);
-        EXPECT_EQ(row.name, Text(path.GetName()));
-        EXPECT_EQ(row.extension, Text(path.GetExtension()));
-        EXPECT_EQ(row.directory, Text(path.GetDirectory()));
-        EXPECT_EQ(row.parent, Text(path.GetParentDirectory()));
-        EXPECT_EQ(row.volume, Text(path.GetVolume()));
-        EXPECT_EQ(row.trimmedPath, After(row.text, [](CGVPath& p) { p.TrimRightPath(); }));
-        EXPECT_EQ(row.text, Text(path));
-        std::string volume = row.volume;
-        EXPECT_EQ(std::string(row.text).substr(volume.size()), After(row.text, [](CGVPath& p) { p.TrimVolume(); }));
-        CGVPath nameOnly = path.GetName();
+        CGVPath path(row.text), nameOnly = path.GetName();
         nameOnly.TrimExtension();
-        EXPECT_EQ(Text(nameOnly), Text(path.GetNameOnly()));
+        const std::string volume = row.volume;
+        EXPECT_EQ((Texts{row.name, row.extension, row.directory, row.parent, row.volume, row.trimmedPath, row.text,
+                         std::string(row.text).substr(volume.size()), Text(nameOnly)}),
+                  (Texts{Text(path.GetName()), Text(path.GetExtension()), Text(path.GetDirectory()),
+                         Text(path.GetParentDirectory()), Text(path.GetVolume()),
+                         After(row.text, [](CGVPath& p) { p.TrimRightPath(); }), Text(path),
+                         After(row.text, [](CGVPath& p) { p.TrimVolume(); }), Text(path.GetNameOnly())}));
     }
 }
 
 TEST(CGVPathComponents, EditsAndJoints) {
     gvplatform::SetStringResource(7101, "htm");
     gvplatform::SetStringResource(7102, "\\sub");
-    struct Edit { const char* path; void (*edit)(CGVPath&); const char* expected; } const rows[] = {
-        {"a", [](CGVPath& p) { p.AppendExtension(""); }, "a."},
-        {"a", [](CGVPath& p) { p.AppendExtension(nullptr); }, "a."},
-        {"a", [](CGVPath& p) { p.AppendExtension(".txt"); }, "a..txt"},
-        {"a.b.c", [](CGVPath& p) { p.SetExtension("txt"); }, "a.b.txt"},
-        {"a.b.c", [](CGVPath& p) { p.SetExtension(""); }, "a.b.c"},
-        {"a.b.c", [](CGVPath& p) { p.SetExtension(static_cast<char const*>(nullptr)); }, "a.b.c"},
-        {"dir.x\\name", [](CGVPath& p) { p.SetExtension("txt"); }, "dir.x\\name.txt"},
-        {"a.txt", [](CGVPath& p) { p.SetExtension(7101); }, "a.htm"},
-        {"a.txt", [](CGVPath& p) { p.SetExtension(7199); }, "a.txt"},  // no such entry: empty
-        {"name.", [](CGVPath& p) { p.TrimExtension(); }, "name"},
-        {"archive.tar.gz", [](CGVPath& p) { p.TrimExtension(); }, "archive.tar"},
-        {".profile", [](CGVPath& p) { p.TrimExtension(); }, ""},
-        {"C:", [](CGVPath& p) { p.AppendDelimiter("\\"); }, "C:\\"},
-        {"C:\\\\/", [](CGVPath& p) { p.AppendDelimiter("\\"); }, "C:/"},
-        {"", [](CGVPath& p) { p.AppendDelimiter("\\"); }, ""},
-        {"C:\\dir", [](CGVPath& p) { p.AppendWildcard(); }, "C:\\dir\\*.*"},
-        {"C:\\dir\\", [](CGVPath& p) { p.AppendWildcard(); }, "C:\\dir\\*.*"},
-        {"a/", [](CGVPath& p) { p.AppendWildcard(); }, "a/*.*"},
-        {"C:\\dir", [](CGVPath& p) { p.AppendPath(7102, '\0', 0); }, "C:\\dir\\sub"},
-        {"C:\\dir", [](CGVPath& p) { p.AppendPath(7199, '\0', 0); }, "C:\\dir\\"},
+    struct Edit { void (*edit)(CGVPath&); Cases cases; } const rows[] = {
+        {[](CGVPath& p) { p.AppendExtension(""); }, {{"a", "a."}}},
+        {[](CGVPath& p) { p.AppendExtension(nullptr); }, {{"a", "a."}}},
+        {[](CGVPath& p) { p.AppendExtension(".txt"); }, {{"a", "a..txt"}}},
+        {[](CGVPath& p) { p.SetExtension("txt"); }, {{"a.b.c", "a.b.txt"}, {"dir.x\\name", "dir.x\\name.txt"}}},
+        {[](CGVPath& p) { p.SetExtension(""); }, {{"a.b.c", "a.b.c"}}},
+        {[](CGVPath& p) { p.SetExtension(static_cast<char const*>(nullptr)); }, {{"a.b.c", "a.b.c"}}},
+        {[](CGVPath& p) { p.SetExtension(7101); }, {{"a.txt", "a.htm"}}},
+        {[](CGVPath& p) { p.SetExtension(7199); }, {{"a.txt", "a.txt"}}},  // no such entry: empty
+        {[](CGVPath& p) { p.TrimExtension(); }, {{"name.", "name"}, {"archive.tar.gz", "archive.tar"}, {".profile", ""}}},
+        {[](CGVPath& p) { p.AppendDelimiter("\\"); }, {{"C:", "C:\\"}, {"C:\\\\/", "C:/"}, {"", ""}}},
+        {[](CGVPath& p) { p.AppendWildcard(); }, {{"C:\\d", "C:\\d\\*.*"}, {"C:\\d\\", "C:\\d\\*.*"}, {"a/", "a/*.*"}}},
+        {[](CGVPath& p) { p.AppendPath(7102, '\0', 0); }, {{"C:\\dir", "C:\\dir\\sub"}}},
+        {[](CGVPath& p) { p.AppendPath(7199, '\0', 0); }, {{"C:\\dir", "C:\\dir\\"}}},
         // White space stops the trailing run.
-        {"C:\\a\\b/\\\\", [](CGVPath& p) { p.MakeDelimitersCanonical(); }, "C:/a/b"},
-        {"a\\b\\ ", [](CGVPath& p) { p.MakeDelimitersCanonical(); }, "a/b/ "},
-        {"a/b/", [](CGVPath& p) { p = p.FormatFilePathDelimiters(); }, "a\\b\\"},
-        {"C:\\dir\\f", [](CGVPath& p) { p.SetVolume("D:"); }, "D:\\dir\\f"},
-        {"C:\\dir\\f", [](CGVPath& p) { p.SetVolume(""); }, ""}, {"C:", [](CGVPath& p) { p.SetVolume("D:"); }, "D:\\"},
-        {"C:\\dir\\f", [](CGVPath& p) { p.SetVolume(nullptr); }, ""}, {"", [](CGVPath& p) { p.SetVolume("D:"); }, ""},
-        {"dir\\f", [](CGVPath& p) { p.SetVolume("D:"); }, "dir\\f"},  // only an existing volume is replaced
-        {"\\\\srv\\share\\x", [](CGVPath& p) { p.SetVolume("E:"); }, "E:\\share\\x"},
-        {"c:/a/b", [](CGVPath& p) { p.SetVolume("\\\\srv"); }, "\\\\srv\\a/b"},
+        {[](CGVPath& p) { p.MakeDelimitersCanonical(); }, {{"C:\\a\\b/\\\\", "C:/a/b"}, {"a\\b\\ ", "a/b/ "}}},
+        {[](CGVPath& p) { p = p.FormatFilePathDelimiters(); }, {{"a/b/", "a\\b\\"}}},
+        // Only an existing volume is replaced.
+        {[](CGVPath& p) { p.SetVolume("D:"); }, {{"C:\\d\\f", "D:\\d\\f"}, {"C:", "D:\\"}, {"", ""}, {"d\\f", "d\\f"}}},
+        {[](CGVPath& p) { p.SetVolume(""); }, {{"C:\\dir\\f", ""}}},
+        {[](CGVPath& p) { p.SetVolume(nullptr); }, {{"C:\\dir\\f", ""}}},
+        {[](CGVPath& p) { p.SetVolume("E:"); }, {{"\\\\srv\\share\\x", "E:\\share\\x"}}},
+        {[](CGVPath& p) { p.SetVolume("\\\\srv"); }, {{"c:/a/b", "\\\\srv\\a/b"}}},
         // A tail taken from the path itself is read before the path is cut.
-        {"ab\\/", [](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }, "ab/ab\\/"},
-        {"ab\\/", [](CGVPath& p) { p.AppendPath(p.GetString() + 1, '\0', 0); }, "ab/b\\/"},
+        {[](CGVPath& p) { p.AppendPath(p.GetString(), '\0', 0); }, {{"ab\\/", "ab/ab\\/"}}},
+        {[](CGVPath& p) { p.AppendPath(p.GetString() + 1, '\0', 0); }, {{"ab\\/", "ab/b\\/"}}},
     };
     for (const Edit& row : rows)
-        EXPECT_EQ(row.expected, After(row.path, row.edit)) << row.path;
+        for (auto const& c : row.cases)
+            EXPECT_EQ(c.second, After(c.first, row.edit)) << c.first;
     gvplatform::SetStringResource(7101, nullptr);
     gvplatform::SetStringResource(7102, nullptr);
 }
 
-// The common join is done in place; asked to trim white space that is not
-// there, the general join must give the same.
+// The common join is done in place; trimming absent white space, the general join gives the same.
 TEST(CGVPathComponents, AppendPathChoosesAndTrimsTheJoint) {
     struct Join { const char *path, *tail; char delimiter; int whitespace; const char* expected; } const rows[] = {
         {"", "x", '\0', 0, ""},                           {"C:\\dir\\", "\\sub", '\0', 0, "C:\\dir\\sub"},
@@ -112,11 +98,67 @@ TEST(CGVPathComponents, AppendPathChoosesAndTrimsTheJoint) {
         {"x", "y", '\0', 0, "x\\y"},                      {"x/\\", "/\\y", '\0', 0, "x\\y"},
     };
     for (const Join& row : rows) {
-        SCOPED_TRACE(std::string(row.path) + " + " + (row.tail ? row.tail : "(null)"));
-        EXPECT_EQ(row.expected,
-                  After(row.path, [&](CGVPath& p) { p.AppendPath(row.tail, row.delimiter, row.whitespace); }));
+        SCOPED_TRACE(&row - rows);
+        auto join = [&](int w) { return After(row.path, [&](CGVPath& p) { p.AppendPath(row.tail, row.delimiter, w); }); };
+        EXPECT_EQ(row.expected, join(row.whitespace));
         if (row.whitespace == 0 && CGVPath(row.expected).Find(' ') < 0) {
-            EXPECT_EQ(row.expected, After(row.path, [&](CGVPath& p) { p.AppendPath(row.tail, row.delimiter, 1); }));
+            EXPECT_EQ(row.expected, join(1));
         }
     }
+}
+
+static Texts Items(CGVStringArray const& array) {
+    Texts items;
+    for (CGVString item; static_cast<int>(items.size()) < array.mGetNumItems(); items.push_back(Text(item)))
+        array.mGetArrayItem(&item, static_cast<int>(items.size()));
+    return items;
+}
+
+// Explode clears the array; Implode normalises the delimiters, and explodes back to the same pieces.
+TEST(CGVPathExplode, SplitsAtEveryDelimiterRunAndJoinsBackNormalised) {
+    struct Row { std::string text; const char* volume; std::vector<std::string> parts; const char* imploded; };
+    const Row rows[] = {
+        {"", "", {}, ""}, {"C:", "C:", {}, "C:"}, {"a", "", {"a"}, "a"}, {"\\/\\", "", {}, ""},
+        {"C:\\dir\\\\sub\\file.txt", "C:", {"dir", "sub", "file.txt"}, "C:\\dir\\sub\\file.txt"},
+        {"C:\\dir\\\\sub\\", "C:", {"dir", "sub"}, "C:\\dir\\sub"},
+        {"a/b/", "", {"a", "b"}, "a\\b"}, {"\\dir\\file", "", {"dir", "file"}, "dir\\file"},
+        {"C:/a/b", "C:", {"a", "b"}, "C:\\a\\b"},
+        {"\\\\server\\share\\x", "\\\\server\\", {"share", "x"}, "\\\\server\\share\\x"},
+        {"1ab://host/x/y", "1ab://host/", {"x", "y"}, "1ab://host/x/y"},
+        {"\xE4/\xFF", "", {"\xE4", "\xFF"}, "\xE4\\\xFF"},
+        {std::string("ab\0c\\d", 6), "", {"ab", "d"}, "ab\\d"},  // a piece ends at a NUL inside it
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.text));
+        CGVPath volume("stale"), joined("old"), again;
+        CGVStringArray parts = List({"stale"}), againParts;
+        After(row.text, [&](CGVPath& p) { p.Explode(volume, parts); });
+        joined.Implode(volume, parts);
+        joined.Explode(again, againParts);
+        EXPECT_EQ((Texts{row.volume, row.imploded, row.volume}), (Texts{Text(volume), Text(joined), Text(again)}));
+        EXPECT_EQ((std::vector<Texts>{row.parts, row.parts}), (std::vector<Texts>{Items(parts), Items(againParts)}));
+    }
+}
+
+TEST(CGVPathExplode, ImplodeSkipsEmptyParts) {
+    CGVStringArray parts = List({"a", "", "b"});
+    for (const char* volume : {"", static_cast<const char*>(nullptr), "x:/"})
+        EXPECT_EQ(volume && *volume ? "x:/a/b" : "a\\b", After("old", [&](CGVPath& p) { p.Implode(volume, parts); }));
+}
+
+// Parts with delimiters of their own join as AppendPath joins them one by one.
+TEST(CGVPathExplode, ImplodeJoinsLikeAppendingEachPart) {
+    struct Row { const char* volume; std::vector<CGVString> parts; std::string joined; };
+    const Row rows[] = {
+        {"C:", {"a/b", "c"}, "C:\\a/b/c"}, {"C:", {"x\\", "\\y"}, "C:\\x\\y"},
+        {"", {"\\a", "c"}, "\\a\\c"}, {nullptr, {"", ""}, ""},
+    };
+    for (const Row& row : rows) {
+        CGVPath p("old");
+        p.Implode(row.volume, List(row.parts));
+        EXPECT_EQ(row.joined, Text(p));
+    }
+    CGVPath self("D:\\");  // the volume may be the path's own text
+    self.Implode(self.GetString(), List({"e", "f"}));
+    EXPECT_EQ("D:\\e\\f", Text(self));
 }

@@ -1,6 +1,4 @@
 // CGVPath: constants, construction, delimiter searches, prefix and type tests.
-#include <gtest/gtest.h>
-
 #include <memory>
 
 #include "gvlib/platform/gvplatform.h"
@@ -11,8 +9,7 @@ using Access = GVPathTestAccess;
 TEST(CGVPathModel, IsAStringThroughTheValueInterface) {
     CGVPath path("C:\\dir");
     std::unique_ptr<CGVObject> copy(path.mCopy()), fresh(path.mNew());
-    EXPECT_EQ(nullptr, dynamic_cast<CGVPath*>(copy.get()));
-    EXPECT_EQ(nullptr, dynamic_cast<CGVPath*>(fresh.get()));
+    EXPECT_FALSE(dynamic_cast<CGVPath*>(copy.get()) || dynamic_cast<CGVPath*>(fresh.get()));  // plain strings
     EXPECT_STREQ("C:\\dir", *dynamic_cast<CGVString*>(copy.get()));
     CGVPath a, b, c, d, e;
     EXPECT_EQ("x w\xE4 u s C:\\dir ---", Text(a = 'x') + " " + Text(b = L"w\u00E4") + " " +
@@ -35,14 +32,11 @@ TEST(CGVPathModel, PrefixTests) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
         CGVPath path(row.text);
-        EXPECT_EQ(row.unc, path.IsUNCSpecified());
-        EXPECT_EQ(row.drive, path.IsDriveSpecified());
-        EXPECT_EQ(row.full, path.IsFullPathName());
-        EXPECT_EQ(row.url, path.IsURL());
-        EXPECT_EQ(row.qualified, path.IsQualified());
+        EXPECT_EQ((std::vector<int>{row.unc, row.drive, row.full, row.url, row.qualified}),
+                  (std::vector<int>{path.IsUNCSpecified(), path.IsDriveSpecified(), path.IsFullPathName(), path.IsURL(),
+                                    path.IsQualified()}));
         // The drive letter comes exactly with the drive form, in its own case.
-        EXPECT_EQ(row.drive ? std::string(row.text, 1) : "", Text(path.GetDriveLetter()));
-        EXPECT_TRUE(path.GetUNCVolume().IsEmpty());
+        EXPECT_EQ(row.drive ? std::string(row.text, 1) : "", Text(path.GetDriveLetter()) + Text(path.GetUNCVolume()));
     }
 }
 
@@ -56,10 +50,9 @@ TEST(CGVPathModel, DelimiterSearchesPreferTheBackslash) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
         CGVPath path(row.text);
-        EXPECT_EQ(row.last, Access::FindLastPathDelimiter(path));
-        EXPECT_EQ(row.first, Access::FindPathDelimiter(path));
-        EXPECT_EQ(row.space, Access::FindWhitespace(path));
-        EXPECT_EQ(row.type, Access::FindLastTypeDelimiter(path));
+        EXPECT_EQ((std::vector<int>{row.last, row.first, row.space, row.type}),
+                  (std::vector<int>{Access::FindLastPathDelimiter(path), Access::FindPathDelimiter(path),
+                                    Access::FindWhitespace(path), Access::FindLastTypeDelimiter(path)}));
     }
     for (int c = 0; c < 256; ++c)
         EXPECT_EQ(c == '\\' || c == '/', CGVPath::IsCharPathDelimiter(static_cast<char>(c))) << c;
@@ -73,10 +66,8 @@ TEST(CGVPathModel, FileTypes) {
         {"t", "txt", 0},          {"a.\xE4\xF6", "\xE4\xF6", 1}, {"a.\xE4", "\xC4", 0},  {"a.b", "  ", 0},
         {"x.tar.gz", "tar.gz", 1}, {"xtxt", "txt", 0},      {"a.TxT", "tXt", 1},        {"a.txu", "txt", 0},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.path) + " / " + (row.type ? row.type : "(null)"));
-        EXPECT_EQ(row.expected, CGVPath(row.path).IsType(row.type));
-    }
+    for (const Row& row : rows)
+        EXPECT_EQ(row.expected, CGVPath(row.path).IsType(row.type)) << row.path << " / " << (row.type ? row.type : "-");
     gvplatform::SetStringResource(7001, " htm ");  // 7002 is no entry
     EXPECT_EQ(1, CGVPath("index.HTM").IsType(7001) - CGVPath("index.HTM").IsType(7002));
     gvplatform::SetStringResource(7001, nullptr);
@@ -85,9 +76,7 @@ TEST(CGVPathModel, FileTypes) {
         {"", 0, 0},           {"a.lnk", 1, 0},       {"a.PIF", 1, 0}, {"lnk", 0, 0},      {"index.HTM", 0, 1},
         {"index.html", 0, 1}, {"index.html5", 0, 0}, {"html", 0, 0},  {"a.htm\\b", 0, 0}, {"x/.htm", 0, 1},
     };
-    for (const Kind& kind : kinds) {
-        SCOPED_TRACE(kind.path);
-        EXPECT_EQ(kind.shortcut, CGVPath(kind.path).IsTypeShortcut());
-        EXPECT_EQ(kind.html, CGVPath(kind.path).IsHTMLFile());
-    }
+    for (const Kind& kind : kinds)
+        EXPECT_EQ(std::make_pair(kind.shortcut, kind.html),
+                  std::make_pair(CGVPath(kind.path).IsTypeShortcut(), CGVPath(kind.path).IsHTMLFile())) << kind.path;
 }

@@ -1,6 +1,4 @@
 // CGVPath: URL schemes, hosts, legal characters, file URLs and comparison.
-#include <gtest/gtest.h>
-
 #include <cctype>
 #include <cstring>
 
@@ -44,15 +42,13 @@ TEST(CGVPathURL, SchemeRulesAndHostsOverTheTable) {
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.text);
         CGVPath url(row.text);
-        EXPECT_EQ(row.isURL, url.IsURL());
-        EXPECT_EQ(row.scheme, Text(url.GetURLScheme()));
-        EXPECT_EQ(row.schemeDelimiter, GVPathTestAccess::FindURLSchemeDelimiter(url));
-        EXPECT_EQ(row.host, Text(url.GetURLHost()));
-        EXPECT_EQ(row.legal, url.IsLegalURL(nullptr));
-        EXPECT_EQ(row.withoutScheme, After(row.text, [](CGVPath& p) { p.TrimURLScheme(); }));
-        EXPECT_EQ(row.madeLegal, After(row.text, [](CGVPath& p) { EXPECT_EQ(1, p.MakeLegalURL(nullptr, 0)); }));
-        EXPECT_EQ(1, CGVPath(row.madeLegal).IsLegalURL(""));
-        EXPECT_EQ(row.text, Text(url));
+        EXPECT_EQ((std::vector<int>{row.isURL, row.schemeDelimiter, row.legal, 1}),
+                  (std::vector<int>{url.IsURL(), GVPathTestAccess::FindURLSchemeDelimiter(url), url.IsLegalURL(nullptr),
+                                    CGVPath(row.madeLegal).IsLegalURL("")}));
+        EXPECT_EQ((Texts{row.scheme, row.host, row.withoutScheme, row.madeLegal, row.text}),
+                  (Texts{Text(url.GetURLScheme()), Text(url.GetURLHost()),
+                         After(row.text, [](CGVPath& p) { p.TrimURLScheme(); }),
+                         After(row.text, [](CGVPath& p) { EXPECT_EQ(1, p.MakeLegalURL(nullptr, 0)); }), Text(url)}));
     }
     // Name and directory of a URL are the path's own.
     EXPECT_EQ("b/c.htm", Text(CGVPath("http://host/a\\b/c.htm").GetURLName()));
@@ -81,8 +77,7 @@ TEST(CGVPathURL, CreateFileSchemeTurnsBackslashesAndLeavesThePath) {
         {"dir\\a.htm", "file:///dir/a.htm"}, {"", "file:///"}, {"\\\\", "file://///"}, {"a/b\\\xE4", "file:///a/b/\xE4"}};
     for (auto& row : rows) {
         CGVPath path(row[0]);
-        EXPECT_EQ(row[1], Text(path.CreateFileScheme()));
-        EXPECT_EQ(row[0], Text(path));
+        EXPECT_EQ((Texts{row[1], row[0]}), (Texts{Text(path.CreateFileScheme()), Text(path)}));
     }
 }
 
@@ -95,8 +90,7 @@ TEST(CGVPathURL, CompareURLIgnoresCaseSpacesSchemeAndOneTrailingDelimiter) {
         {"\xE4", "\xC4", -1},        {"b", "a", -1},               {"ftp://x", "FTP://x", 0},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.self) + " vs " + (c.other ? c.other : "(null)"));
         int result = CGVPath(c.self).CompareURL(c.other);
-        EXPECT_EQ(c.result, c.result == 1 ? (result > 0) : result);
+        EXPECT_EQ(c.result, c.result == 1 ? (result > 0) : result) << c.self << " vs " << (c.other ? c.other : "-");
     }
 }

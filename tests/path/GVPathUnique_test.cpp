@@ -1,10 +1,5 @@
-// CGVPath: free names by numbering, on the long-name drive L: and the short-name
-// drive S:.
-#include <gtest/gtest.h>
-
+// CGVPath: free names by numbering, on the long-name drive L: and the short-name drive S:.
 #include <unistd.h>
-
-#include <vector>
 
 #include "gvlib/platform/gvplatform.h"
 #include "path/path_test_access.h"
@@ -31,7 +26,6 @@ protected:
         VolumeFixture::TearDown();
     }
 
-    // MakeUnique of `name` in `directory`: the result and the name left.
     static Result Unique(const char* name, const char* directory, int first = 0, int numbered = 0,
                          CGVStringArray const* taken = nullptr, CGVStringArray const* reusable = nullptr,
                          bool legalURL = false) {
@@ -48,8 +42,7 @@ protected:
 TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
     CGVStringArray taken = List({"NEW.TXT", "new (2).txt"}), reusable = List({"Report.TXT"}),
                    shortTaken = List({"new.txt", "NEW1.TXT"}), hash = List({"a#b.txt"});
-    // M: has components of 64: the short scheme with long names, where the extension
-    // swallows the number of a base holding a full stop. Every try is a.txt.
+    // M: (components of 64) numbers short with long names: every try at a.b.txt is a.txt.
     gvplatform::MapDrive('M', Host("long"), Options(gvplatform::kDriveFixed, 64));
     Touch("long/dir/a.b.txt"), Touch("long/dir/a.txt");
     const char *L = "L:\\dir", *S = "S:\\dir";
@@ -67,10 +60,9 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
         {"L:\\dir\\report.txt", nullptr, "L:\\dir\\report (3).txt"},
         {"S:\\dir\\Report.txt", nullptr, "S:\\dir\\Repor100.txt"},
         {"report.txt", nullptr, "L:\\dir\\report (3).txt"}, {"other.txt", nullptr, "L:\\dir\\other.txt"},
-        {"new.txt", L, "new (3).txt", 1, {}, {}, &taken},
+        {"new.txt", L, "new (3).txt", 1, {}, {}, &taken}, {"new.txt", S, "new2.txt", 1, {}, {}, &shortTaken},
         {"report.txt", L, "report.txt", 1, {}, {}, nullptr, &reusable},
         {"report.txt", L, "report (3).txt", 1, {}, {}, &reusable, &reusable},
-        {"new.txt", S, "new2.txt", 1, {}, {}, &shortTaken},
         // Legal URL names for numbered candidates only.
         {"a#b.txt", L, "a#b.txt", 1, {}, {}, nullptr, nullptr, true},
         {"a#b.txt", L, "a-b (2).txt", 1, {}, {}, &hash, nullptr, true},
@@ -93,8 +85,7 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
     ASSERT_GT(GetCurrentDirectoryA(MAX_PATH, saved), 0u);
     ASSERT_TRUE(SetCurrentDirectoryA(L));
     for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.name) + " in " + (row.directory ? row.directory : "(null)") + " / " +
-                     (row.first ? row.first : "-") + " / " + (row.numbered ? row.numbered : "-"));
+        SCOPED_TRACE(&row - rows);
         gvplatform::SetStringResource(kFirst, row.first);
         gvplatform::SetStringResource(kNumbered, row.numbered);
         Result made = Unique(row.name, row.directory, kFirst, kNumbered, row.taken, row.reusable, row.url);
@@ -111,9 +102,7 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
     ASSERT_TRUE(SetCurrentDirectoryA(saved));
 }
 
-// Past the first few candidates the folder's names are read once and matched
-// case-blind for every letter of the code page; the answers stay those of one
-// status query per candidate: directories count, links to nothing do not.
+// Past a few candidates the listing is matched case-blind; directories count, links to nothing do not.
 TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
     MakeDir("long/many/\xC3\x84RENDE (7).txt");
     for (const char* name : {"\xC3\xA4rende.txt", "\xC3\x84RENDE (2).TXT", "\xC3\xA4Rende (3).txt",
@@ -130,8 +119,7 @@ TEST_F(CGVPathUnique, ManyNamesStoredInOtherCases) {
         EXPECT_EQ(n == 8, CGVPath(("\xE4RENDE (" + std::to_string(n) + ").txt").c_str()).IsUnique("L:\\many")) << n;
 }
 
-// Past the folder's listing, the status query still decides for a full path of
-// 260 characters, which it never finds.
+// For a full path of 260 characters, past the listing, the status query decides.
 TEST_F(CGVPathUnique, NamesTheListingCannotAnswer) {
     const std::string base(243, 'b');
     MakeDir("long/many");

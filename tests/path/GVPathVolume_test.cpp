@@ -1,10 +1,4 @@
-// CGVPath: volume limits through the one-entry cache, existence tests, full
-// names and comparisons, on temporary directories mapped as drives.
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "gvlib/platform/volumes.h"
+// CGVPath: volume limits through the one-entry cache, existence, full names, comparisons, relative paths.
 #include "path/path_test_access.h"
 #include "path/volume_fixture.h"
 
@@ -23,8 +17,7 @@ protected:
 }  // namespace
 
 TEST_F(CGVPathVolume, LimitsFollowTheVolume) {
-    // No volume for a relative path or a URL; no answer for Q: or \\server\: taken for
-    // long names. Extensions stay at 3 characters below components of 260.
+    // No volume for a relative path or URL; Q: and \\server\ answer nothing: long names, extensions of 3 below 260.
     gvplatform::MapDrive('W', Host("spare"), Options(gvplatform::kDriveFixed, 260));
     gvplatform::MapDrive('X', Host("spare"), Options(gvplatform::kDriveFixed, 259));
     gvplatform::MapDrive('T', Host("spare"), Options(gvplatform::kDriveFixed, 13));
@@ -35,10 +28,9 @@ TEST_F(CGVPathVolume, LimitsFollowTheVolume) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.path);
         CGVPath path(row.path);
-        EXPECT_EQ(row.maxComponent, path.GetVolumeMaxComponent());
-        EXPECT_EQ(row.maxExtension, path.GetVolumeMaxExtension());
-        EXPECT_EQ(row.longNames, path.IsVolumeLongFileNameEnabled());
-        EXPECT_EQ(260u, path.GetVolumeMaxPath());
+        EXPECT_EQ((std::vector<uint32_t>{row.maxComponent, row.maxExtension, uint32_t(row.longNames), 260u}),
+                  (std::vector<uint32_t>{path.GetVolumeMaxComponent(), path.GetVolumeMaxExtension(),
+                                         uint32_t(path.IsVolumeLongFileNameEnabled()), path.GetVolumeMaxPath()}));
     }
 }
 
@@ -49,13 +41,11 @@ TEST_F(CGVPathVolume, OnlyFixedDrivesStayInTheOneEntryCache) {
             CGVPath(p).GetVolumeMaxComponent();
         return gvplatform::VolumeQueryCount() - before;
     };
-    EXPECT_EQ(1u, queriesFor({"L:\\a", "L:\\b"}));
-    EXPECT_EQ(0u, queriesFor({"L:\\c"}));
-    EXPECT_EQ(2u, queriesFor({"R:\\a", "R:\\b"}));            // removable: asked every time
-    EXPECT_EQ(0u, queriesFor({"L:\\d"}));                     // and the fixed entry survived
-    EXPECT_EQ(2u, queriesFor({"S:\\a", "L:\\a", "L:\\b"}));  // another fixed root replaces it
-    EXPECT_EQ(1u, queriesFor({"l:\\a"}));                     // the key is the exact text
-    EXPECT_EQ(2u, queriesFor({"Q:\\a", "Q:\\a"}));            // failures are never cached
+    // Removable drives: asked each time. The fixed entry: keyed by exact text, replaced by another root. Failures: not kept.
+    EXPECT_EQ((std::vector<uint32_t>{1, 0, 2, 0, 2, 1, 2}),
+              (std::vector<uint32_t>{queriesFor({"L:\\a", "L:\\b"}), queriesFor({"L:\\c"}), queriesFor({"R:\\a", "R:\\b"}),
+                                     queriesFor({"L:\\d"}), queriesFor({"S:\\a", "L:\\a", "L:\\b"}), queriesFor({"l:\\a"}),
+                                     queriesFor({"Q:\\a", "Q:\\a"})}));
 }
 
 TEST_F(CGVPathVolume, TheVolumeRecord) {
@@ -70,8 +60,7 @@ TEST_F(CGVPathVolume, TheVolumeRecord) {
         uint32_t before = gvplatform::VolumeQueryCount();
         ASSERT_EQ(1, GVPathTestAccess::GetVolumeInfo(CGVPath(), volume, info));
         EXPECT_EQ(volume[2] ? 0u : 1u, gvplatform::VolumeQueryCount() - before);
-        EXPECT_EQ("V:\\", Text(info.root));  // a delimiter added
-        EXPECT_EQ("DATA NTFS", Text(info.volumeName) + " " + Text(info.fileSystemName));
+        EXPECT_EQ("V:\\ DATA NTFS", Text(info.root) + " " + Text(info.volumeName) + " " + Text(info.fileSystemName));
         EXPECT_EQ((std::vector<uint32_t>{64u, 0x1234ABCDu, 0x2Fu}),
                   (std::vector<uint32_t>{info.maxComponentLength, info.serialNumber, info.fileSystemFlags}));
     }
@@ -85,10 +74,9 @@ TEST_F(CGVPathVolume, TheVolumeRecord) {
 TEST_F(CGVPathVolume, ExistenceOverTheMappedDrives) {
     struct Row { const char* path; int volume, file, directory, base; const char* available; } const rows[] = {
         {"L:", 1, 0, 1, 1, "L:"},     {"L:\\", 1, 0, 1, 1, "L:\\"}, {"l:/", 1, 0, 1, 1, "l:/"},
-        {"Q:", 0, 0, 0, 0, ""},       {"Q:\\dir\\x", 0, 0, 0, 0, ""},
         {"L:\\dir", 0, 0, 1, 1, "L:\\dir"}, {"L:\\DIR\\", 0, 0, 1, 1, "L:\\DIR\\"},  // any case, a trailing delimiter
         {"L:\\\\", 0, 0, 0, 1, "L:\\"},  // too long for a volume; the status of L: alone fails
-        {"L:\\dir\\REPORT.TXT", 0, 1, 0, 1, "L:\\dir\\REPORT.TXT"},
+        {"L:\\dir\\REPORT.TXT", 0, 1, 0, 1, "L:\\dir\\REPORT.TXT"}, {"Q:", 0, 0, 0, 0, ""}, {"Q:\\dir\\x", 0, 0, 0, 0, ""},
         {"L:\\dir\\\xC4RGER.txt", 0, 1, 0, 1, "L:\\dir\\\xC4RGER.txt"},  // the ANSI spelling, any case
         {"L:\\dir\\\xE4rger.TXT", 0, 1, 0, 1, "L:\\dir\\\xE4rger.TXT"},  // any case beyond ASCII too
         {"L:\\dir\\missing\\file.txt", 0, 0, 0, 1, "L:\\dir"}, {"L:\\dir\\report.txt\\x", 0, 0, 0, 1, "L:\\dir"},
@@ -98,11 +86,9 @@ TEST_F(CGVPathVolume, ExistenceOverTheMappedDrives) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.path);
         CGVPath path(row.path);
-        EXPECT_EQ(row.volume, path.IsVolume());
-        EXPECT_EQ(row.file, path.IsFile());
-        EXPECT_EQ(row.directory, path.IsDirectory());
-        EXPECT_EQ(row.file || row.directory, path.IsAvailable());
-        EXPECT_EQ(row.base, path.IsBaseAvailable());
+        EXPECT_EQ((std::vector<int>{row.volume, row.file, row.directory, row.file || row.directory, row.base}),
+                  (std::vector<int>{path.IsVolume(), path.IsFile(), path.IsDirectory(), path.IsAvailable(),
+                                    path.IsBaseAvailable()}));
         EXPECT_EQ(row.available, Text(path.GetAvailable()));
     }
     gvplatform::UnmapDrive('L');
@@ -124,8 +110,7 @@ TEST_F(CGVPathVolume, FullPathNameAgainstADirectory) {
     }
 }
 
-// Files compare by their short names when both exist, else as text; volumes and
-// directories as text without case. A path without a volume sorts first.
+// Files by short names when both exist, else as text; volumes and directories without case; no volume first.
 TEST_F(CGVPathVolume, ComparisonsOfFilesVolumesAndDirectories) {
     CGVPath drive("C:\\x");
     const int rows[][2] = {  // the answer, the one expected
@@ -142,4 +127,40 @@ TEST_F(CGVPathVolume, ComparisonsOfFilesVolumesAndDirectories) {
     };
     for (auto& row : rows)
         EXPECT_EQ(row[1], row[0]) << "row " << &row - rows;
+}
+
+// C: exists, D: and Q: do not. On one volume, the relative path from the base leads back to the target.
+TEST(CGVPathRelative, FromTheBaseToTheTarget) {
+    struct Row { const char *target, *base, *files, *url; } const rows[] = {
+        {"C:\\site\\pages\\a.htm", "C:\\site\\img", "..\\pages\\a.htm", "../pages/a.htm"},
+        {"C:\\a\\x.htm", "C:\\a", "x.htm", "x.htm"}, {"C:\\a\\x.htm", "C:\\a\\", "x.htm", "x.htm"},
+        {"C:\\a\\x.htm", "C:\\a\\b\\c", "..\\..\\x.htm", "../../x.htm"},
+        {"C:\\a\\b\\c.htm", "C:\\x\\y", "..\\..\\a\\b\\c.htm", "../../a/b/c.htm"},
+        {"C:\\a\\bc\\x.htm", "C:\\a\\bd", "..\\bc\\x.htm", "../bc/x.htm"},
+        {"C:\\Site\\a.htm", "c:\\site\\img", "..\\a.htm", "../a.htm"}, {"C:\\a\\x.htm", "D:\\a", "", ""},
+        {"http://host/a.htm", "C:\\a", "", ""}, {"dir\\a.htm", "C:\\a", "", ""}, {"C:\\a\\x.htm", "a\\b", "", ""},
+        {"C:\\a\\x.htm", nullptr, "", ""},       {"C:\\a\\x.htm", "C:", "", ""}, {"C:a\\x.htm", "C:\\", "", ""},
+        {"\\\\srv\\sh\\a\\x.htm", "\\\\srv\\sh\\b", "..\\a\\x.htm", "../a/x.htm"}, {"C:\\a\\b\\", "C:\\a", "b\\", "b"},
+        {"C:/site/pages/a.htm", "C:/site/img", "..\\pages/a.htm", "../pages/a.htm"},
+        // A root the cut never reaches (no drive, two servers, mixed delimiters): the count ends at the root.
+        {"Q:\\a\\b\\c.htm", "Q:\\x\\y", "..\\..\\a\\b\\c.htm", "../../a/b/c.htm"},
+        {"C:\\ab\\x", "C:\\ac", "..\\ab\\x", "../ab/x"},
+        {"\\\\s1\\sh\\x", "\\\\s2\\sh\\y", "..\\..\\s1\\sh\\x", "../../s1/sh/x"},
+        {"C:\\a\\b\\x", "C:\\a/c\\d", "..\\..\\b\\x", "../../b/x"}, {"C:\\x", "C:\\", "x", "x"},
+        {"C:\\", "C:\\", "", ""}, {"C:\\a", "C:\\a\\", "..\\a", "../a"},  // the base is always a directory
+        {"C:\\a\\b\\\\f", "C:\\a\\b\\\\", "f", "f"},  // the common part ends in a delimiter run
+    };
+    gvplatform::ResetVolumes();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.target) + " from " + (row.base ? row.base : "(null)"));
+        CGVPath target(row.target);
+        EXPECT_EQ(row.files, Text(target.GetRelativePath(row.base)));
+        EXPECT_EQ(row.url, Text(target.GetUrlRelativePath(row.base)));
+        EXPECT_EQ(row.target, Text(target));
+        if (*row.files == '\0' || target.CompareVolume(row.base) != 0)
+            continue;
+        CGVPath joined(row.base);
+        joined.AppendPath(row.files, '\0', 0);
+        EXPECT_EQ(0, joined.GetFullPathNameA(nullptr).CompareNoCase(target.GetFullPathNameA(nullptr)));
+    }
 }

@@ -1,13 +1,17 @@
-// What the path tests share: the private members of CGVPath, reached through the
-// friend declaration the class grants them, the text of a path as bytes, and
-// string arrays built from a list.
+// What the path tests share: CGVPath's private members (through its friend), texts as bytes, lists.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gvlib/array/GVStringArray.h"
 #include "gvlib/path/GVPath.h"
+
+using Texts = std::vector<std::string>;
+using Cases = std::vector<std::pair<const char*, const char*>>;  // texts before and after an edit
 
 inline std::string Text(CGVString const& s) { return std::string(s.GetString(), static_cast<size_t>(s.GetLength())); }
 
@@ -42,6 +46,5 @@ struct GVPathTestAccess {
     }
     template <typename... A> static int PrivateReplaceGroup(CGVPath& p, A... a) { return p.PrivateReplaceGroup(a...); }
     template <typename... A> static int GetVolumeInfo(CGVPath const& p, A&... a) { return p.GetVolumeInfo(a...); }
-    template <typename... A> static void PrivateMakeLegal(CGVPath& p, A... a) { p.PrivateMakeLegal(a...); }
     template <typename... A> static int PrivateIsArrayElement(A... a) { return CGVPath::PrivateIsArrayElement(a...); }
 };

@@ -1,7 +1,5 @@
-// Fresh temporary directories mapped as a fixed long-name drive L: (components
-// of 255), a fixed short-name drive S: (12), a removable drive R: and a share
-// \\server\share; the path class's one-entry volume cache is cleared, so that no
-// answer of an earlier test (on another directory under the same letter) is reused.
+// Fresh directories mapped as fixed drives L: (components of 255) and S: (12), removable R:
+// and the share \\server\share, with the path class's one-entry volume cache emptied.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -27,8 +25,7 @@ protected:
         gvplatform::MapDrive('S', root_ + "/short", Options(gvplatform::kDriveFixed, 12));
         gvplatform::MapDrive('R', root_ + "/removable", Options(gvplatform::kDriveRemovable, 255));
         gvplatform::MapShare("\\\\server\\share", root_ + "/share", Options(gvplatform::kDriveRemote, 255));
-        // The cache holds one fixed root; asking for one no test uses evicts
-        // whatever an earlier test left there.
+        // Asking for a fixed root no test uses evicts what an earlier test left in the cache.
         gvplatform::MapDrive('Z', root_ + "/spare", Options(gvplatform::kDriveFixed, 255));
         CGVPath("Z:\\").GetVolumeMaxComponent();
         gvplatform::UnmapDrive('Z');

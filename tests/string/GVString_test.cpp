@@ -1,5 +1,4 @@
-// CGVString: element access, operators, substrings, value slots, conversions,
-// comparison under the collation locale, text stream and archive forms.
+// CGVString: access, operators, substrings, value slots, conversions, collation, text and archive forms.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -34,6 +33,8 @@ TEST(CGVString, ElementAccessPastTheEndAnswersNul) {
 
 TEST(CGVString, AllThirtyComparisonOperatorsFollowCompare) {
     const char* texts[] = {"", "a", "abc", "abd", "B", "\xE4"};
+    // Forwarding keeps the non-const and the const operands apart.
+    auto ops = [](auto&& a, auto&& b) { return std::vector<int>{a == b, a != b, a < b, a > b, a <= b, a >= b}; };
     for (const char* l : texts)
         for (const char* r : texts) {
             SCOPED_TRACE(std::string(l) + " vs " + r);
@@ -41,13 +42,10 @@ TEST(CGVString, AllThirtyComparisonOperatorsFollowCompare) {
             const CGVString& cls = ls;
             int c = ls.Compare(r), rc = rs.Compare(l);
             std::vector<int> want = {c == 0, c != 0, c < 0, c > 0, c <= 0, c >= 0};
-            EXPECT_EQ(want, (std::vector<int>{ls == rs, ls != rs, ls < rs, ls > rs, ls <= rs, ls >= rs}));
-            EXPECT_EQ(want, (std::vector<int>{ls == r, ls != r, ls < r, ls > r, ls <= r, ls >= r}));
-            EXPECT_EQ(want, (std::vector<int>{cls == rs, cls != rs, cls < rs, cls > rs, cls <= rs, cls >= rs}));
-            EXPECT_EQ(want, (std::vector<int>{cls == r, cls != r, cls < r, cls > r, cls <= r, cls >= r}));
+            EXPECT_EQ((std::vector<std::vector<int>>{want, want, want, want}),
+                      (std::vector<std::vector<int>>{ops(ls, rs), ops(ls, r), ops(cls, rs), ops(cls, r)}));
             // With the text on the left the sense is reversed: "l < s" is "s > l".
-            EXPECT_EQ((std::vector<int>{rc == 0, rc != 0, rc > 0, rc < 0, rc >= 0, rc <= 0}),
-                      (std::vector<int>{l == rs, l != rs, l < rs, l > rs, l <= rs, l >= rs}));
+            EXPECT_EQ((std::vector<int>{rc == 0, rc != 0, rc > 0, rc < 0, rc >= 0, rc <= 0}), ops(l, rs));
         }
 }
 
@@ -61,19 +59,16 @@ TEST(CGVString, SubstringsAndConcatenations) {
         {nul.Mid(0), "ab"}, {nul.Mid(2, 2), ""}, {nul.Left(5), "ab"}, {nul.Right(2), "cd"}, {nul + "x", "ab"},
         {"x" + nul, "xab"}, {nul + 'x', "ab"}, {'x' + nul, "xab"}, {nul + CGVString("z").Left(0), "ab"},
     };
-    for (auto const& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        EXPECT_EQ(row.second, std::string(row.first.GetString(), static_cast<size_t>(row.first.GetLength())));
-    }
+    for (auto const& row : rows)
+        EXPECT_EQ(row.second, std::string(row.first.GetString(), static_cast<size_t>(row.first.GetLength()))) << &row - rows;
 }
 
 TEST(CGVString, ValueSlots) {
     CGVString s("text");
     s.mClear();  // clearing is the root's, which does nothing
     std::unique_ptr<CGVObject> copy(s.mCopy()), fresh(s.mNew());
+    *copy = Other();  // another class leaves the text alone
     EXPECT_STREQ("text", dynamic_cast<CGVString&>(*copy));
-    EXPECT_STREQ("", dynamic_cast<CGVString&>(*fresh));
-    *fresh = Other();  // another class leaves the text alone
     EXPECT_STREQ("", dynamic_cast<CGVString&>(*fresh));
     *fresh = s;
     EXPECT_STREQ("text", dynamic_cast<CGVString&>(*fresh));
@@ -94,11 +89,10 @@ TEST(CGVString, ConversionFromDatabaseVariants) {
         {[](CDBVariant& v) { v.m_dwType = DBVT_WSTRING, v.m_pstringW = new CStringW(L"\u20ac1"); }, "\x80" "1"},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.want);
         CDBVariant v;
         CGVString s("keep");
         row.set(v), s.mConvertFromDBVariant(v);
-        EXPECT_STREQ(row.want, s);
+        EXPECT_STREQ(row.want, s) << &row - rows;
     }
 }
 
@@ -111,10 +105,9 @@ TEST(CGVString, ConversionFromOleVariants) {
         {nullText, "keep"},               {COleVariant("AB"), "A"},  // wide text read as narrow stops early
     };
     for (auto const& row : rows) {
-        SCOPED_TRACE(row.second);
         CGVString s("keep");
         s.mConvertFromOleVariant(row.first);
-        EXPECT_STREQ(row.second, s);
+        EXPECT_STREQ(row.second, s) << &row - rows;
     }
     CGVString s("h\xE9 there"), back;
     COleVariant v(int32_t{1});
@@ -126,9 +119,7 @@ TEST(CGVString, ConversionFromOleVariants) {
     EXPECT_STREQ(s, back);
 }
 
-// mCompare is the platform comparison under gvSortLCID, minus 2; the rules
-// themselves are the platform's and tested there. A derived string compares
-// as a string; any other class sorts first.
+// The platform comparison under gvSortLCID, minus 2: a derived string compares as a string; any other class first.
 TEST(CGVString, CompareUnderTheCollationLocale) {
     struct Row { uint32_t lcid; const char *left, *right; int want; } const rows[] = {
         {1033, "a", "B", -1},    {1033, "abc", "abc", 0}, {1033, "coop", "co-op", -1}, {1033, "\xE4", "z", -1},
@@ -142,14 +133,12 @@ TEST(CGVString, CompareUnderTheCollationLocale) {
         EXPECT_EQ(row.lcid, gvSortLCID);
         CGVString l(row.left), r(row.right);
         Derived d(row.right);
-        EXPECT_EQ(row.want, l.mCompare(&r));
-        EXPECT_EQ(row.want, l.mCompare(&d));
-        EXPECT_EQ(row.want == -2 ? -2 : -row.want, r.mCompare(&l));
+        EXPECT_EQ((std::vector<int>{row.want, row.want, row.want == -2 ? -2 : -row.want}),
+                  (std::vector<int>{l.mCompare(&r), l.mCompare(&d), r.mCompare(&l)}));
     }
     GVSetSortLCID(1033);
     Other other;
-    EXPECT_EQ(-1, CGVString("a").mCompare(&other));
-    EXPECT_EQ(-1, CGVString("a").mCompare(nullptr));
+    EXPECT_EQ(std::make_pair(-1, -1), std::make_pair(CGVString("a").mCompare(&other), CGVString("a").mCompare(nullptr)));
 }
 
 // The body is counted, so any text comes back; a NUL ends it.
@@ -165,13 +154,11 @@ TEST(CGVStringText, BodiesAreCountedSoAnyTextRoundTrips) {
         EXPECT_EQ("T" + std::to_string(strlen(text.c_str())) + " " + text.c_str() + " ", os.str());
         std::istringstream is(os.str());
         is >> back;
-        EXPECT_STREQ(text.c_str(), back);
-        EXPECT_TRUE(is.good());
+        EXPECT_EQ(std::make_pair(std::string(text.c_str()), true), std::make_pair(std::string(back), is.good()));
     }
 }
 
-// An announced body and its terminator must fit the memory budget beyond one
-// block header; an empty body costs nothing.
+// An announced body and its terminator must fit the budget beyond one block header; an empty body costs nothing.
 TEST(CGVStringText, AnnouncedLengthAgainstTheBudget) {
     struct Row { uint64_t budget; const char* form; bool fits; } const rows[] = {
         {16, "T0  ", true}, {26, "T9 abcdefghi ", true}, {26, "T10 abcdefghij ", false}};
