@@ -67,13 +67,9 @@ Bytes Cat(Bytes a, Bytes const& b) {
     return a;
 }
 
-struct Row {
-    const char* name;
-    CGVObject* (*make)();  // a target that already holds something
-    Bytes bytes;
-    std::string byDefault;  // Describe() after a default load, or the exception
-    std::string strictly;   // the exception strict loading raises, or "same" as by default
-};
+// A target that already holds something; what a default load leaves in it (Describe()) or
+// raises; what strict loading raises, or "same" as by default.
+struct Row { const char* name; CGVObject* (*make)(); Bytes bytes; std::string byDefault, strictly; };
 
 CGVObject* Numbers() {
     auto* a = new CGVLongArray;
