@@ -20,8 +20,7 @@ namespace {
 using gvtest::Content;
 using gvtest::Fill;
 
-// The most a block holds: while locked it cannot grow, so appending stops at
-// its end. The buffer is left with junk appended.
+// The most a block holds: a locked block cannot grow, so appending (junk) stops at its end.
 int32_t Room(CGVBuffer& b) {
     int32_t before = -1;
     for (b.mLockBuffer(0); before != b.mGetLength(); b.mConcat("x", 1))
@@ -67,15 +66,12 @@ TEST(CGVBuffer, InitConcatAndNull) {
     EXPECT_EQ(std::string(5, '\0'), Content(CGVBuffer(5, 16)));
     none.mClear();
     EXPECT_EQ(nullptr, none.mGetBuffer());
-}
-
-TEST(CGVBuffer, AppendingItselfSurvivesTheBlockMoving) {
-    CGVBuffer b(0, 4);
-    b.mConcat("abcdef", 6);
-    b.mConcat(b.mGetBuffer(), b.mGetLength());
-    EXPECT_EQ("abcdefabcdef", Content(b));
-    b.mInit(b.mGetBuffer() + 3, 4);
-    EXPECT_EQ("defa", Content(b));
+    CGVBuffer self(0, 4);  // appending itself survives the block moving
+    self.mConcat("abcdef", 6);
+    self.mConcat(self.mGetBuffer(), self.mGetLength());
+    EXPECT_EQ("abcdefabcdef", Content(self));
+    self.mInit(self.mGetBuffer() + 3, 4);
+    EXPECT_EQ("defa", Content(self));
 }
 
 TEST(CGVBuffer, LockedBlockNeverMoves) {

@@ -45,9 +45,8 @@ TEST(TQXStringStream, WritesExactlyAndSyncRewinds) {
 }
 
 TEST(TQXStringStream, ReadsAPrivateCopyThatSyncRewinds) {
-    char source[] = "ab cd";
+    char source[] = "ab cd", c = 0;
     TQXStringStream s;
-    char c = 0;
     EXPECT_FALSE(s.get(c));  // nothing to read yet
     s.clear();
     BufOf(s).mSetReadData(source, 5);
