@@ -32,23 +32,20 @@ std::unique_ptr<CGVObject> Read(std::string const& form, std::istringstream& is)
 }
 
 // Whole forms of every class with a text form; awkward bytes inside the bodies.
-std::vector<std::string> const& Forms() {
-    static const std::vector<std::string> forms = [] {
-        std::vector<std::string> out = {
-            "T3 a b ", "T0  ", "T21 T3 looks like a tag\r\n ", "U-15 ", "U0 ", "U-2147483648 ",
-            std::string("V3 \0 \n ", 7), "V0  ", std::string("V6 \xFF\0 V9  ", 10), "W2004 3 7 14 5 9 ",
-            "W1999 12 31 23 59 58 ", "XU2 T3 a b T0  ", "XU0 ", "YU2 U5 U-1 ", "YU1 U7 "};
-        std::string strings = "XU1000 ", numbers = "YU1000 ";
-        for (int32_t i = 0; i < 1000; ++i) {
-            std::string text = std::string(static_cast<size_t>(i % 7), 'z') + (i % 3 ? " y\n" : "");
-            strings += "T" + std::to_string(text.size()) + " " + text + " ";
-            numbers += "U" + std::to_string(i * 7919 - 500000) + " ";
-        }
-        out.insert(out.end(), {strings, numbers, "V70000 " + std::string(70000, '\xFF') + " "});
-        return out;
-    }();
-    return forms;
-}
+const std::vector<std::string> kForms = [] {
+    std::vector<std::string> out = {
+        "T3 a b ", "T0  ", "T21 T3 looks like a tag\r\n ", "U-15 ", "U0 ", "U-2147483648 ",
+        std::string("V3 \0 \n ", 7), "V0  ", std::string("V6 \xFF\0 V9  ", 10), "W2004 3 7 14 5 9 ",
+        "W1999 12 31 23 59 58 ", "XU2 T3 a b T0  ", "XU0 ", "YU2 U5 U-1 ", "YU1 U7 "};
+    std::string strings = "XU1000 ", numbers = "YU1000 ";
+    for (int32_t i = 0; i < 1000; ++i) {
+        std::string text = std::string(static_cast<size_t>(i % 7), 'z') + (i % 3 ? " y\n" : "");
+        strings += "T" + std::to_string(text.size()) + " " + text + " ";
+        numbers += "U" + std::to_string(i * 7919 - 500000) + " ";
+    }
+    out.insert(out.end(), {strings, numbers, "V70000 " + std::string(70000, '\xFF') + " "});
+    return out;
+}();
 
 }  // namespace
 
@@ -56,7 +53,7 @@ std::vector<std::string> const& Forms() {
 // Cut anywhere after its tag a form leaves the stream failed; cut before it, no object.
 TEST(TextStream, FormsRoundTripAndEveryTruncationFails) {
     std::string all;
-    for (std::string const& form : Forms()) {
+    for (std::string const& form : kForms) {
         SCOPED_TRACE(form.substr(0, 30));
         std::istringstream is;
         std::unique_ptr<CGVObject> obj = Read(form, is);
@@ -70,7 +67,7 @@ TEST(TextStream, FormsRoundTripAndEveryTruncationFails) {
         }
     }
     std::istringstream is(all);
-    for (std::string const& form : Forms()) {
+    for (std::string const& form : kForms) {
         std::unique_ptr<CGVObject> obj(CGVObject::mNew(is));
         ASSERT_NE(nullptr, obj);
         EXPECT_EQ(form, Written(*obj));
@@ -115,19 +112,14 @@ std::string ReadBody(std::string const& form, CGVObject& target) {
 TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
     // Describe() after reading into a prefilled target; strictly "same" as by default, or the exception raised.
     struct Row { std::string form, byDefault, strictly; } rows[] = {
-        {"T5 ab", "T2 ab ", "archive 3"},
-        {"Tx abc ", "T0  ", "archive 3"},
-        {"T-5 abcdef", "T0  ", "archive 3"},
-        {"T99999999999 ab", "T0  ", "archive 3"},
-        {"T", "T0  ", "archive 3"},
+        {"T5 ab", "T2 ab ", "archive 3"}, {"Tx abc ", "T0  ", "archive 3"}, {"T-5 abcdef", "T0  ", "archive 3"},
+        {"T99999999999 ab", "T0  ", "archive 3"}, {"T", "T0  ", "archive 3"},
         {"T200000000 0123456789", "T10 0123456789 ", "archive 3"},  // costs what arrived
         {"T2147483647 ab", "memory", "memory"},
         {"U", "U9 ", "archive 3"},  // exhausted: the extraction does not run
         {"Ux ", "U0 ", "archive 3"},
         {"V5 ab", "V5 abd c ", "archive 3"},  // read in place over the old content
-        {"V", "V11 old content ", "archive 3"},
-        {"V-5 abcdef", "V0  ", "archive 3"},
-        {"Vx abc ", "V0  ", "archive 3"},
+        {"V", "V11 old content ", "archive 3"}, {"V-5 abcdef", "V0  ", "archive 3"}, {"Vx abc ", "V0  ", "archive 3"},
         {"V100000 ab", std::string("V100000 ab\0\0... 100009", 22), "archive 3"},  // the rest zero
         {"V2147483647 ab", "memory", "memory"},
         {"XU3 T1 a", "XU4 T4 keep T1 a T0  T0  ", "archive 3"},
