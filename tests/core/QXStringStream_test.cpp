@@ -57,8 +57,8 @@ TEST(TQXStringStream, ReadsAPrivateCopyThatSyncRewinds) {
     EXPECT_EQ(std::char_traits<char>::eof(), s.peek());
     s.clear();
     s.rdbuf()->pubsync();
-    s >> first;
-    EXPECT_EQ("ab", first);
+    s >> second;  // was "cd": a failed read would leave it so
+    EXPECT_EQ("ab", second);
     BufOf(s).mSetReadData(nullptr, 0);
     EXPECT_FALSE(s.get(c));
 }
