@@ -24,19 +24,14 @@ TEST(CRZMemFile, ReadsAndWritesTheBufferInPlace) {
         file.Write("J", 1);
         EXPECT_EQ("Jello", Content(b));
         file.mGetBufferCopy(&copy);
-        EXPECT_EQ("Jello", Content(copy));
-        EXPECT_NE(copy.mGetBuffer(), b.mGetBuffer());
+        EXPECT_TRUE(Content(copy) == "Jello" && copy.mGetBuffer() != b.mGetBuffer());
         file.SeekToEnd();
         EXPECT_THROW(file.Write("!", 1), CMemoryException);
     }
     // The block went back to the buffer untouched; the length is the buffer's own.
-    EXPECT_EQ("Jello", Content(b));
     b.mConcat(" world", 6);
     EXPECT_EQ("Jello world", Content(b));
-}
-
-TEST(CRZMemFile, CopiesOutItsOwnContent) {
-    CGVBuffer copy;
+    // A file of its own copies out its own content.
     CRZMemFile own;
     own.Write("0123456789", 10);
     own.mGetBufferCopy(&copy);

@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #include "gvlib/buffer/GVBuffer.h"
@@ -14,105 +15,79 @@
 #include "support/archive_bytes.h"
 
 TEST(CGVLong, EmptyStatesAndBits) {
-    CGVLong seven(7);
+    CGVLong seven(7), v(0x0F);
     std::unique_ptr<CGVObject> fresh(seven.mNew()), copy(seven.mCopy());
-    EXPECT_EQ(0, dynamic_cast<CGVLong&>(*fresh).mGetValue());
-    EXPECT_EQ(7, dynamic_cast<CGVLong&>(*copy).mGetValue());
     seven.mClear();
-    EXPECT_EQ(0, static_cast<int32_t>(seven));
-    EXPECT_EQ(0, CGVLong().mGetValue());
-    CGVLong v(0x0F);
     v |= 0x30;
-    EXPECT_EQ(0x3F, v.mGetValue());
+    const int32_t ored = v.mGetValue();
     v &= 0x12;
-    EXPECT_EQ(0x12, v.mGetValue());
+    EXPECT_EQ((std::vector<int32_t>{0, 7, 0, 0, 0x3F, 0x12}),
+              (std::vector<int32_t>{dynamic_cast<CGVLong&>(*fresh).mGetValue(),
+                                    dynamic_cast<CGVLong&>(*copy).mGetValue(), static_cast<int32_t>(seven),
+                                    CGVLong().mGetValue(), ored, v.mGetValue()}));
 }
 
 TEST(CGVLong, AssignFromStringReadsLikeAtol) {
-    struct Row {
-        const char* text;
-        int32_t want;
-    } rows[] = {
+    const std::pair<const char*, int32_t> rows[] = {
         {"  42abc", 42}, {"abc", 0}, {"", 0}, {"\t\n-17", -17}, {"+8", 8}, {"- 3", 0}, {"0x10", 0},
         {"2147483647", INT32_MAX}, {"2147483648", INT32_MAX}, {"-2147483648", INT32_MIN}, {"-2147483649", INT32_MIN},
         {"99999999999999999999999", INT32_MAX},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+    for (auto const& [text, want] : rows) {
         CGVLong v(5);
-        v = static_cast<CGVObject const&>(CGVString(row.text));
-        EXPECT_EQ(row.want, v.mGetValue());
+        v = static_cast<CGVObject const&>(CGVString(text));
+        EXPECT_EQ(want, v.mGetValue()) << text;
     }
 }
 
 TEST(CGVLong, AssignAndCompareAcrossClasses) {
-    CGVLong v(5), nine(9), minus(-3);
+    CGVLong v(5), nine(9), minus(-3), five(5);
     CGVObject& base = v;
     base = static_cast<CGVObject const&>(nine);
-    EXPECT_EQ(9, v.mGetValue());
     nine = CGVLong(8);
-    EXPECT_EQ(8, nine.mGetValue());
     EXPECT_NO_THROW(base = CGVBuffer(2));  // another class changes nothing
-    EXPECT_EQ(9, v.mGetValue());
-    CGVLong five(5);
-    for (auto [left, right] : {std::pair<CGVLong*, CGVLong*>{&v, &nine}, {&five, &minus}}) {
-        EXPECT_EQ(1, left->mCompare(right));
-        EXPECT_EQ(-1, right->mCompare(left));
-        EXPECT_EQ(0, left->mCompare(left));
-    }
+    EXPECT_EQ(std::make_pair(9, 8), std::make_pair(v.mGetValue(), nine.mGetValue()));
+    for (auto [left, right] : {std::pair<CGVLong*, CGVLong*>{&v, &nine}, {&five, &minus}})
+        EXPECT_EQ(std::make_tuple(1, -1, 0),
+                  std::make_tuple(left->mCompare(right), right->mCompare(left), left->mCompare(left)));
     CGVString text("9");
-    EXPECT_EQ(-1, v.mCompare(&text));
-    EXPECT_EQ(-1, v.mCompare(nullptr));
+    EXPECT_EQ(std::make_pair(-1, -1), std::make_pair(v.mCompare(&text), v.mCompare(nullptr)));
 }
 
 TEST(CGVLong, Variants) {
-    struct Row {
-        COleVariant variant;
-        int32_t want;
-    } rows[] = {
+    const std::pair<COleVariant, int32_t> rows[] = {
         {COleVariant(-2.7f), -2},         {COleVariant(3.9), 11},  // R8 unchanged
         {COleVariant(short{-300}), -300}, {COleVariant(BYTE{200}), 200},
         {COleVariant(short{-1}, VT_BOOL), 1}, {COleVariant(LONG{123456}), 123456},
         {COleVariant(3e10f), INT32_MIN},  // out of range: the x86 "integer indefinite"
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.variant.vt);
+    for (auto const& [variant, want] : rows) {
         CGVLong v(11);
-        v.mConvertFromOleVariant(row.variant);
-        EXPECT_EQ(row.want, v.mGetValue());
+        v.mConvertFromOleVariant(variant);
+        EXPECT_EQ(want, v.mGetValue()) << variant.vt;
     }
     COleVariant out;
     CGVLong(-9).mConvertToOleVariant(&out);
-    EXPECT_EQ(VT_I4, out.vt);
-    EXPECT_EQ(-9, out.lVal);
-    struct DBRow {
-        DWORD type;
-        int32_t set, want;
-    } dbRows[] = {{DBVT_BOOL, -1, -1},         {DBVT_BOOL, 2, 0},          {DBVT_BOOL, 1, 1},
-                  {DBVT_UCHAR, 0x7FF0, 0xF0},  {DBVT_SHORT, 0x1FFFE, -2},  {DBVT_LONG, -70000, -70000},
-                  {DBVT_DOUBLE, 4, 11}};
-    for (const DBRow& row : dbRows) {
-        SCOPED_TRACE(row.want);
+    EXPECT_TRUE(out.vt == VT_I4 && out.lVal == -9);
+    const std::tuple<DWORD, int32_t, int32_t> dbRows[] = {
+        {DBVT_BOOL, -1, -1},        {DBVT_BOOL, 2, 0},         {DBVT_BOOL, 1, 1},          {DBVT_UCHAR, 0x7FF0, 0xF0},
+        {DBVT_SHORT, 0x1FFFE, -2}, {DBVT_LONG, -70000, -70000}, {DBVT_DOUBLE, 4, 11}};
+    for (auto const& [type, set, want] : dbRows) {
         CDBVariant variant;
-        variant.m_dwType = row.type;
-        variant.m_lVal = row.set;  // the narrower members read its low bytes
+        variant.m_dwType = type;
+        variant.m_lVal = set;  // the narrower members read its low bytes
         CGVLong v(11);
         v.mConvertFromDBVariant(variant);
-        EXPECT_EQ(row.want, v.mGetValue());
+        EXPECT_EQ(want, v.mGetValue()) << type << " " << set;
     }
 }
 
 TEST(CGVLong, ArchiveFormIsFourLittleEndianBytes) {
-    struct Row {
-        int32_t value;
-        std::vector<BYTE> bytes;
-    } rows[] = {{1, {0x01, 0x00, 0x00, 0x00}}, {-2, {0xFE, 0xFF, 0xFF, 0xFF}}, {0x12345678, {0x78, 0x56, 0x34, 0x12}}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        CGVLong value(row.value);
-        EXPECT_EQ(row.bytes, gvtest::Stored(value));
-        CGVLong back;
-        gvtest::Load(row.bytes, back);
-        EXPECT_EQ(row.value, back.mGetValue());
+    const std::pair<int32_t, std::vector<BYTE>> rows[] = {
+        {1, {0x01, 0x00, 0x00, 0x00}}, {-2, {0xFE, 0xFF, 0xFF, 0xFF}}, {0x12345678, {0x78, 0x56, 0x34, 0x12}}};
+    for (auto const& [value, bytes] : rows) {
+        CGVLong stored(value), back;
+        gvtest::Load(bytes, back);
+        EXPECT_EQ(std::make_pair(bytes, value), std::make_pair(gvtest::Stored(stored), back.mGetValue()));
     }
 }

@@ -19,7 +19,7 @@ public:
 
 }  // namespace
 
-TEST(CGVObject, DefaultsAndVisits) {
+TEST(CGVObject, DefaultsVisitsAndPlacement) {
     CGVObject plain;
     Visitor visitor;
     EXPECT_EQ(nullptr, plain.mCopy());
@@ -31,12 +31,9 @@ TEST(CGVObject, DefaultsAndVisits) {
     EXPECT_EQ(1037, static_cast<CGVObject&>(b).mVisit(&visitor, 7));
     EXPECT_EQ(2078, static_cast<CGVObject&>(seven).mVisit(&visitor, 8));
     EXPECT_EQ(3029, static_cast<CGVObject&>(s).mVisit(&visitor, 9));
-}
-
-// The class's own operator new must not hide placement new.
-TEST(CGVObject, PlacementConstructionStillWorks) {
+    // The class's own operator new must not hide placement new.
     alignas(CGVString) unsigned char storage[sizeof(CGVString)];
-    CGVString* s = new (storage) CGVString("placed");
-    EXPECT_STREQ("placed", *s);
-    s->~CGVString();
+    CGVString* placed = new (storage) CGVString("placed");
+    EXPECT_STREQ("placed", *placed);
+    placed->~CGVString();
 }

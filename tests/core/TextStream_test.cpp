@@ -32,60 +32,51 @@ std::unique_ptr<CGVObject> Read(std::string const& form, std::istringstream& is)
 }
 
 // Whole forms of every class with a text form; awkward bytes inside the bodies.
-std::vector<std::string> const& Forms() {
-    static const std::vector<std::string> forms = [] {
-        std::vector<std::string> out = {
-            "T3 a b ", "T0  ", "T21 T3 looks like a tag\r\n ", "U-15 ", "U0 ", "U-2147483648 ",
-            std::string("V3 \0 \n ", 7), "V0  ", std::string("V6 \xFF\0 V9  ", 10), "W2004 3 7 14 5 9 ",
-            "W1999 12 31 23 59 58 ", "XU2 T3 a b T0  ", "XU0 ", "YU2 U5 U-1 ", "YU1 U7 "};
-        std::string strings = "XU1000 ", numbers = "YU1000 ";
-        for (int32_t i = 0; i < 1000; ++i) {
-            std::string text = std::string(static_cast<size_t>(i % 7), 'z') + (i % 3 ? " y\n" : "");
-            strings += "T" + std::to_string(text.size()) + " " + text + " ";
-            numbers += "U" + std::to_string(i * 7919 - 500000) + " ";
-        }
-        out.insert(out.end(), {strings, numbers, "V70000 " + std::string(70000, '\xFF') + " "});
-        return out;
-    }();
-    return forms;
-}
+const std::vector<std::string> kForms = [] {
+    std::vector<std::string> out = {
+        "T3 a b ", "T0  ", "T21 T3 looks like a tag\r\n ", "U-15 ", "U0 ", "U-2147483648 ",
+        std::string("V3 \0 \n ", 7), "V0  ", std::string("V6 \xFF\0 V9  ", 10), "W2004 3 7 14 5 9 ",
+        "W1999 12 31 23 59 58 ", "XU2 T3 a b T0  ", "XU0 ", "YU2 U5 U-1 ", "YU1 U7 "};
+    std::string strings = "XU1000 ", numbers = "YU1000 ";
+    for (int32_t i = 0; i < 1000; ++i) {
+        std::string text = std::string(static_cast<size_t>(i % 7), 'z') + (i % 3 ? " y\n" : "");
+        strings += "T" + std::to_string(text.size()) + " " + text + " ";
+        numbers += "U" + std::to_string(i * 7919 - 500000) + " ";
+    }
+    out.insert(out.end(), {strings, numbers, "V70000 " + std::string(70000, '\xFF') + " "});
+    return out;
+}();
 
 }  // namespace
 
 // Read by the factory and written back byte for byte, alone and back to back.
-TEST(TextStream, FormsRoundTripThroughTheFactory) {
+// Cut anywhere after its tag a form leaves the stream failed; cut before it, no object.
+TEST(TextStream, FormsRoundTripAndEveryTruncationFails) {
     std::string all;
-    for (std::string const& form : Forms()) {
+    for (std::string const& form : kForms) {
         SCOPED_TRACE(form.substr(0, 30));
         std::istringstream is;
         std::unique_ptr<CGVObject> obj = Read(form, is);
         ASSERT_NE(nullptr, obj);
         EXPECT_EQ(form, Written(*obj));
-        EXPECT_FALSE(is.fail());
-        EXPECT_EQ(std::char_traits<char>::eof(), is.peek());
+        EXPECT_TRUE(!is.fail() && is.peek() == std::char_traits<char>::eof());
         all += " \n\t" + form;  // white space before a tag is skipped
+        for (size_t cut = 0; cut < form.size(); cut += form.size() < 64 ? 1 : 97) {
+            obj = Read(form.substr(0, cut), is);
+            EXPECT_TRUE((cut > 0) == (obj != nullptr) && is.fail()) << cut;
+        }
     }
     std::istringstream is(all);
-    for (std::string const& form : Forms()) {
+    for (std::string const& form : kForms) {
         std::unique_ptr<CGVObject> obj(CGVObject::mNew(is));
         ASSERT_NE(nullptr, obj);
         EXPECT_EQ(form, Written(*obj));
     }
     EXPECT_EQ(nullptr, CGVObject::mNew(is));
-}
-
-// Cutting a form anywhere after its tag leaves the stream failed, whatever the
-// class; cutting it before the tag gives no object at all.
-TEST(TextStream, EveryTruncationLeavesTheStreamFailed) {
-    for (std::string const& form : Forms()) {
-        for (size_t cut = 0; cut < form.size(); cut += form.size() < 64 ? 1 : 97) {
-            SCOPED_TRACE(form.substr(0, cut));
-            std::istringstream is;
-            std::unique_ptr<CGVObject> obj = Read(form.substr(0, cut), is);
-            EXPECT_EQ(cut > 0, obj != nullptr);
-            EXPECT_TRUE(is.fail());
-        }
-    }
+    // Not settled by the format; what the operators give, as for every class.
+    std::ostringstream os;
+    os << std::hex << *Read("XU1 T10 0123456789 ", is);
+    EXPECT_EQ("XU1 Ta 0123456789 ", os.str());
 }
 
 namespace {
@@ -119,24 +110,16 @@ std::string ReadBody(std::string const& form, CGVObject& target) {
 }  // namespace
 
 TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
-    struct Row {
-        std::string form;
-        std::string byDefault;  // Describe() after reading into a prefilled target
-        std::string strictly;   // "same" as by default, or the exception raised
-    } rows[] = {
-        {"T5 ab", "T2 ab ", "archive 3"},
-        {"Tx abc ", "T0  ", "archive 3"},
-        {"T-5 abcdef", "T0  ", "archive 3"},
-        {"T99999999999 ab", "T0  ", "archive 3"},
-        {"T", "T0  ", "archive 3"},
+    // Describe() after reading into a prefilled target; strictly "same" as by default, or the exception raised.
+    struct Row { std::string form, byDefault, strictly; } rows[] = {
+        {"T5 ab", "T2 ab ", "archive 3"}, {"Tx abc ", "T0  ", "archive 3"}, {"T-5 abcdef", "T0  ", "archive 3"},
+        {"T99999999999 ab", "T0  ", "archive 3"}, {"T", "T0  ", "archive 3"},
         {"T200000000 0123456789", "T10 0123456789 ", "archive 3"},  // costs what arrived
         {"T2147483647 ab", "memory", "memory"},
         {"U", "U9 ", "archive 3"},  // exhausted: the extraction does not run
         {"Ux ", "U0 ", "archive 3"},
         {"V5 ab", "V5 abd c ", "archive 3"},  // read in place over the old content
-        {"V", "V11 old content ", "archive 3"},
-        {"V-5 abcdef", "V0  ", "archive 3"},
-        {"Vx abc ", "V0  ", "archive 3"},
+        {"V", "V11 old content ", "archive 3"}, {"V-5 abcdef", "V0  ", "archive 3"}, {"Vx abc ", "V0  ", "archive 3"},
         {"V100000 ab", std::string("V100000 ab\0\0... 100009", 22), "archive 3"},  // the rest zero
         {"V2147483647 ab", "memory", "memory"},
         {"XU3 T1 a", "XU4 T4 keep T1 a T0  T0  ", "archive 3"},
@@ -156,26 +139,14 @@ TEST(TextStream, DamagedBodiesByDefaultAndStrictly) {
         gvtest::LoadingPolicy strict(true);
         std::unique_ptr<CGVObject> strictTarget(Prefilled(row.form[0])), untouched(Prefilled(row.form[0]));
         EXPECT_EQ(row.strictly == "same" ? row.byDefault : row.strictly, ReadBody(row.form, *strictTarget));
-        if (row.strictly != "same") {
-            EXPECT_EQ(Describe(*untouched), Describe(*strictTarget));
-        }
+        EXPECT_EQ(Describe(*untouched), Describe(row.strictly == "same" ? *untouched : *strictTarget));
     }
-}
-
-// Not settled by the format; what the operators give, as for every class.
-TEST(TextStream, AStreamInHexWritesItsNumbersInHex) {
-    std::istringstream is;
-    std::unique_ptr<CGVObject> obj = Read("XU1 T10 0123456789 ", is);
-    std::ostringstream os;
-    os << std::hex << *obj;
-    EXPECT_EQ("XU1 Ta 0123456789 ", os.str());
 }
 
 TEST(TextStream, StrayTags) {
-    for (const char* form : {"Z3 abc ", "   ", ""}) {
-        std::istringstream is;
-        EXPECT_EQ(nullptr, Read(form, is));
-    }
+    std::istringstream is;
+    for (const char* form : {"Z3 abc ", "   ", ""})
+        EXPECT_EQ(nullptr, Read(form, is)) << form;
     // A body of another class read through operator>>: its tag is taken unchecked.
     std::istringstream other("T2 42 ");
     CGVLong number(5);

@@ -31,20 +31,14 @@ inline void Load(std::vector<BYTE> bytes, CGVObject& object) {
 }
 
 // Little-endian pieces of an archive header.
-inline void Put32(std::vector<BYTE>& out, int32_t v) {
-    for (int k = 0; k < 4; ++k)
+inline void Put32(std::vector<BYTE>& out, int32_t v, int bytes = 4) {
+    for (int k = 0; k < bytes; ++k)
         out.push_back(static_cast<BYTE>(static_cast<uint32_t>(v) >> (8 * k)));
-}
-inline void Put16(std::vector<BYTE>& out, int16_t v) {
-    out.push_back(static_cast<BYTE>(v & 0xFF));
-    out.push_back(static_cast<BYTE>((static_cast<uint16_t>(v) >> 8) & 0xFF));
 }
 inline std::vector<BYTE> Header(int32_t elementSize, int16_t step, int32_t slots, int32_t count) {
     std::vector<BYTE> out;
-    Put32(out, elementSize);
-    Put16(out, step);
-    Put32(out, slots);
-    Put32(out, count);
+    for (auto [v, bytes] : {std::pair<int32_t, int>{elementSize, 4}, {step, 2}, {slots, 4}, {count, 4}})
+        Put32(out, v, bytes);
     return out;
 }
 

@@ -1,6 +1,5 @@
-// A plain recursive transcription of the index sort's range sort, small sort and
-// partition: the reference for the call sequence of the library's bounded-stack
-// version (in the tests) and the floor for its speed (in the benchmarks).
+// The index sort's range sort, small sort and partition, plainly recursive: the reference for the call
+// sequence of the library's bounded-stack version (tests) and the floor for its speed (benchmarks).
 #pragma once
 
 #include <cstdint>
