@@ -52,8 +52,8 @@ TEST(CrtFormat, IntegerSizesFollowTheOriginalPlatform) {
     s.Format("%ld|%lu|%hd|%I64d|%lld|%x|%05d|%-4d|%+d", int32_t{-5}, uint32_t{4000000000u}, 70000,
              static_cast<long long>(-9000000000LL), 1LL, 255, 42, 7, 3);
     EXPECT_STREQ("-5|4000000000|4464|-9000000000|1|ff|00042|7   |+3", s);
-    s.Format("%s|%.2s|%5s|%c|%%|%S", "abc", "abc", "ab", 'z', L"w\u00e9");
-    EXPECT_STREQ("abc|ab|   ab|z|%|w\xE9", s);
+    s.Format("%s|%.2s|%.0s|%5s|%c|%%|%S", "abc", "abc", "abc", "ab", 'z', L"w\u00e9");
+    EXPECT_STREQ("abc|ab||   ab|z|%|w\xE9", s);
     s.Format("%lld|%llu|%hhd|%Id|%I32d|%.*f|%*d|%*d|", 0x100000001LL, -1LL, 300, 5, -6, 2, 1.0, 3, 5, -3, 4);
     EXPECT_STREQ("4294967297|18446744073709551615|44|5|-6|1.00|  5|4  |", s);
     s.Format("%10d|%3s|%2s|", 7, "abc", "abc");  // a zero in the width; a field exactly filled or overrun

@@ -1,6 +1,8 @@
 // CStringT<char>: sharing, bounds, substrings, searching, editing, resources.
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include <functional>
 #include <iterator>
 
@@ -35,7 +37,8 @@ TEST(CStringT, CopiesShareStorageUntilOneChanges) {
 
 TEST(CStringT, BadIndexesAndCountsAreRefused) {
     CString s("abc");
-    EXPECT_EQ('\0', s.GetAt(3));  // the terminator may be read
+    EXPECT_EQ('\0', s.GetAt(3));  // the terminator may be read, but a search from it finds nothing
+    EXPECT_EQ(-1, s.Find('\0', 3));
     int start = -1;
     const std::function<void()> refused[] = {
         [&] { s.GetAt(4); },        [&] { s.GetAt(-1); },           [&] { s[-1]; },
@@ -89,12 +92,15 @@ TEST(CStringT, Editing) {
     EXPECT_EQ(2, t.Replace("X", "--"));
     EXPECT_EQ(0, t.Replace("", "z"));
     EXPECT_STREQ("a--b--c", t);
+    EXPECT_EQ(4, t.Remove('-'));
+    EXPECT_EQ(std::string("abc"), std::string(t.GetString(), static_cast<size_t>(t.GetLength())));
     CString u("AzZa@[`{ \xC4"), v("abcd"), w("..x.."), nuls("\0\0", 2);
     EXPECT_STREQ("azza@[`{ \xC4", u.MakeLower());  // case mapping of the "C" locale: ASCII only
     EXPECT_STREQ("AZZA@[`{ \xC4", u.MakeUpper());
     EXPECT_STREQ("\xC4 {`[@AZZA", u.MakeReverse());
     v.Insert(1, "XY");
     EXPECT_EQ(4, v.Delete(0, 2));
+    EXPECT_EQ(4, v.Delete(1, -1));  // a negative count deletes nothing
     EXPECT_EQ(1, v.Delete(1, 99));  // the count stops at the end
     EXPECT_STREQ("Y", v);
     EXPECT_STREQ("x", w.Trim('.'));

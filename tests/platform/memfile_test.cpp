@@ -192,6 +192,8 @@ TEST(CFile, HostFileRoundTrip) {
         CFile reading(path.c_str(), CFile::modeRead);
         EXPECT_EQ(Raised([&] { reading.Write("x", 1); }), CFileException::invalidFile);
         EXPECT_NE(Raised([&] { reading.SetLength(1); }), -1);
+        CFile writing(path.c_str(), CFile::modeWrite);  // and reading from one opened for writing
+        EXPECT_NE(Raised([&] { writing.Read(buf, 1); }), -1);
     }
     EXPECT_EQ(::unlink(path.c_str()), 0);
     bogus.m_hFile = 1 << 20;  // no such descriptor: closing it fails and says so

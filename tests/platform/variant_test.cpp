@@ -5,8 +5,10 @@
 #include <cstring>
 #include <functional>
 #include <new>
+#include <vector>
 
 #include "gvlib/platform/afxcurrency.h"
+#include "gvlib/platform/allocator.h"
 #include "gvlib/platform/afxdb.h"
 #include "gvlib/platform/afxdisp.h"
 #include "gvlib/platform/afxexcept.h"
@@ -103,6 +105,10 @@ TEST(SafeArray, AccessIsBalancedAndLocksTheArray) {
     std::memcpy(grid.parray->pvData, "abcdef", 6);
     EXPECT_EQ(0, std::memcmp(COleVariant(grid).parray->pvData, "abcdef", 6));
     EXPECT_EQ(nullptr, SafeArrayCreateVector(VT_BSTR, 0, 1));  // unsupported element type
+    std::vector<SAFEARRAYBOUND> most(64, {1, 0});  // 64 dimensions is the limit, not past it
+    SAFEARRAY* deep = SafeArrayCreate(VT_UI1, 64, most.data());
+    EXPECT_NE(nullptr, deep);
+    SafeArrayDestroy(deep);
     EXPECT_NE(S_OK, SafeArrayAccessData(nullptr, &data));
 }
 
@@ -123,6 +129,11 @@ TEST(DBVariant, OwnsAndCopiesItsValues) {
     date.m_pdate = new TIMESTAMP_STRUCT{2004, 3, 7, 14, 5, 9, 0};
     date = wide;
     EXPECT_STREQ(L"w", *date.m_pstringW);
+    CDBVariant blob;
+    blob.m_dwType = DBVT_BINARY, blob.m_pbinary = new CLongBinary;
+    blob.m_pbinary->m_hData = gvplatform::detail::MemAlloc(3), blob.m_pbinary->m_dwDataLength = 3;
+    std::memcpy(blob.m_pbinary->m_hData, "xyz", 3);
+    EXPECT_EQ(0, std::memcmp(CDBVariant(blob).m_pbinary->m_hData, "xyz", 3));
 }
 
 TEST(VariantTime, SplitsDayAndPositiveTimeOfDayInsideTheRange) {

@@ -89,7 +89,9 @@ TEST_F(Volumes, NamesResolveWithoutRegardToCase) {
     char shortName[MAX_PATH];
     ASSERT_GT(GetShortPathNameA("s:/DOCS/Report.Txt", shortName, MAX_PATH), 0u);
     EXPECT_STREQ("s:\\Docs\\report.txt", shortName);
+    SetLastError(0);
     EXPECT_EQ(0u, GetShortPathNameA("S:\\docs\\none.txt", shortName, MAX_PATH));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
     CFile file;
     ASSERT_TRUE(file.Open("S:\\DOCS\\REPORT.TXT", CFile::modeRead));
     EXPECT_EQ(4u, file.GetLength());
