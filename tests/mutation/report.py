@@ -42,7 +42,9 @@ def write_report(path, args, sites, results, equivalent, explained, root, timing
     out = [
         "# Mutation report",
         "",
-        f"Command: `nice -n 10 {command}` ({args.jobs} jobs), {time.strftime('%Y-%m-%d %H:%M UTC', time.gmtime())}.",
+        f"Command: `nice -n 10 {command}` ({args.jobs} jobs), {time.strftime('%Y-%m-%d %H:%M UTC', time.gmtime())}."
+        + (" Its survivors were then run again (`--again`) after tests were added for them; the wall time"
+           " counts both runs." if timing.get("again") else ""),
         "",
         "| | |", "|---|---|",
         f"| Sites in {paths} | {len(sites)} |",
