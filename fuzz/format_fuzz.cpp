@@ -10,24 +10,11 @@
 #include <cstring>
 #include <string>
 
+#include "byte_reader.h"
+
 namespace {
 
-struct Reader {
-    uint8_t const* data;
-    size_t size;
-    uint8_t Byte() {
-        if (size == 0)
-            return 0;
-        --size;
-        return *data++;
-    }
-    uint64_t Wide() {
-        uint64_t v = 0;
-        for (int i = 0; i < 8; ++i)
-            v |= static_cast<uint64_t>(Byte()) << (8 * i);
-        return v;
-    }
-};
+using Reader = ByteReader;
 
 // One conversion directive without its type letter: flags, width, precision
 // (bounded, so the output stays small) and a size prefix fit for `kind`.
@@ -57,7 +44,7 @@ void One(CString& out, Reader& in) {
     case 0: {
         std::string directive = Directive(in, 'i');
         directive += kInts[in.Byte() % 6];
-        uint64_t v = in.Wide();
+        uint64_t v = in.Bits(8);
         if (directive.find("I64") != std::string::npos)
             out.AppendFormat(directive.c_str(), static_cast<long long>(v));
         else
@@ -67,7 +54,7 @@ void One(CString& out, Reader& in) {
     case 1: {
         std::string directive = Directive(in, 'r') + kReals[in.Byte() % 5];
         double d;
-        uint64_t bits = in.Wide();
+        uint64_t bits = in.Bits(8);
         std::memcpy(&d, &bits, sizeof d);  // any double: NaNs, infinities, denormals
         out.AppendFormat(directive.c_str(), d);
         break;

@@ -12,39 +12,16 @@
 #include <sstream>
 #include <string>
 
+#include "byte_reader.h"
+
 namespace {
 
-// Takes bytes off the front of the input; an exhausted input gives zeros.
-struct Reader {
-    uint8_t const* data;
-    size_t size;
-
-    bool Done() const { return size == 0; }
-    uint8_t Byte() {
-        if (size == 0)
-            return 0;
-        --size;
-        return *data++;
-    }
-    int32_t Int() {
-        uint32_t v = 0;
-        for (int i = 0; i < 4; ++i)
-            v |= static_cast<uint32_t>(Byte()) << (8 * i);
-        return static_cast<int32_t>(v);
-    }
+struct Reader : ByteReader {
+    int32_t Int() { return static_cast<int32_t>(Bits(4)); }
     // Small numbers around the interesting boundaries, occasionally any 32-bit value.
     int32_t Number() {
         uint8_t b = Byte();
         return (b & 0x80) ? Int() : static_cast<int32_t>(b) - 64;
-    }
-    // A run of bytes whose length is the next byte (bounded by what is left).
-    std::string Bytes() {
-        size_t n = Byte();
-        n = n < size ? n : size;
-        std::string out(reinterpret_cast<char const*>(data), n);
-        data += n;
-        size -= n;
-        return out;
     }
 };
 
@@ -361,7 +338,7 @@ void MoneyStep(State& s, Reader& in, uint8_t op) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
-    Reader in{data, size};
+    Reader in{{data, size}};
     State s;
     std::string first = in.Bytes();
     s.str.SetString(first.data(), static_cast<int>(first.size()));
