@@ -1,4 +1,6 @@
 // CGVPath: names, extensions, directories, volumes, joining and cutting, Explode and Implode.
+#include <random>
+
 #include "gvlib/platform/gvplatform.h"
 #include "path/path_test_access.h"
 
@@ -161,4 +163,23 @@ TEST(CGVPathExplode, ImplodeJoinsLikeAppendingEachPart) {
     CGVPath self("D:\\");  // the volume may be the path's own text
     self.Implode(self.GetString(), List({"e", "f"}));
     EXPECT_EQ("D:\\e\\f", Text(self));
+}
+
+// A plain array is joined in one block, a derived one part by part: the same text.
+TEST(CGVPathExplode, ImplodeOfADerivedArrayGivesTheSameText) {
+    struct Derived : CGVStringArray {};
+    std::mt19937 rng(7);
+    auto word = [&rng](unsigned max) { std::string s(rng() % (max + 1), ' '); for (char& c : s) c = "ab\\/: ."[rng() % 7]; return s; };
+    for (int round = 0; round < 3000; ++round) {
+        const std::string volume = word(4), start = word(3);
+        CGVStringArray plain;
+        Derived derived;
+        for (unsigned i = 0, n = rng() % 4; i < n; ++i) {
+            CGVString part(word(4).c_str());
+            plain.mAdd(&part), derived.mAdd(&part);
+        }
+        CGVPath a(start.c_str()), b(start.c_str());
+        a.Implode(round % 8 ? volume.c_str() : nullptr, plain), b.Implode(round % 8 ? volume.c_str() : nullptr, derived);
+        ASSERT_EQ(Text(b), Text(a)) << volume << " onto " << start;
+    }
 }
