@@ -3,6 +3,12 @@
 // 12 characters) forbid little; short-name ones hold names to 8.3.
 #include "gvlib/path/GVPath.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
 #include "gvlib/array/GVStringArray.h"
 #include "path/path_internal.h"
 
@@ -10,6 +16,7 @@ using gvpath::detail::BAD_NAME_CHARACTERS_LONG;
 using gvpath::detail::BAD_NAME_CHARACTERS_SHORT;
 using gvpath::detail::BAD_PATH_CHARACTERS_LONG;
 using gvpath::detail::BAD_PATH_CHARACTERS_SHORT;
+using gvpath::detail::IsDelimiter;
 using gvpath::detail::SPACE_BEFORE_DELIMITER;
 using gvpath::detail::TRIPLE_DOT;
 
@@ -25,6 +32,100 @@ int KeepCount(uint32_t limit) { return limit > 0x7FFFFFFFu ? 0x7FFFFFFF : static
 // GetVolumeMaxExtension from a maximum component already asked for, which
 // spares a second volume query.
 uint32_t MaxExtensionFor(uint32_t maxComponent) { return maxComponent < 260 ? 3 : 256; }
+
+// ---- Long-name paths in one pass ------------------------------------------------
+// On a long-name volume the rewrite of a component comes down to dropping the
+// refused characters, then trailing whitespace, then trailing full stops; its
+// extension is taken off and put back as it was. So a whole path is made legal
+// straight into one block, with no array and no string per component, giving
+// what Explode, the per-component rewrite and Implode give.
+
+// The characters a long-name volume refuses in a name, by byte.
+bool const* LongNameRefused() {
+    static const std::array<bool, 256> refused = [] {
+        std::array<bool, 256> table{};
+        for (char const* c = BAD_NAME_CHARACTERS_LONG; *c != '\0'; ++c)
+            table[static_cast<unsigned char>(*c)] = true;
+        return table;
+    }();
+    return refused.data();
+}
+
+// The component [from, from + size) made legal into `to`, which has room for
+// max(size, 4) characters; the length written.
+size_t LegalLongName(char const* from, size_t size, char* to) {
+    bool const* refused = LongNameRefused();
+    size_t n = 0;
+    for (size_t i = 0; i < size; ++i) {
+        to[n] = from[i];
+        n += refused[static_cast<unsigned char>(from[i])] ? 0 : 1;
+    }
+    while (n > 0 && gvpath::detail::IsSpace(to[n - 1]))
+        --n;
+    while (n > 0 && to[n - 1] == CGVPath::CHAR_TYPE_DELIMITER)
+        --n;
+    if (n > 0)
+        return n;
+    std::memcpy(to, "----", 4);
+    return 4;
+}
+
+// Calls `visit(start, size)` for each component after the volume, as Explode
+// cuts them: runs of delimiters make no empty ones, and a component ends at an
+// embedded NUL.
+template <typename Visit>
+void ForEachComponent(CGVPath const& path, int start, Visit visit) {
+    char const* text = path.GetString();
+    int length = path.GetLength();
+    int i = start;
+    while (i < length) {
+        while (i < length && IsDelimiter(text[i]))
+            ++i;
+        int first = i;
+        while (i < length && !IsDelimiter(text[i]))
+            ++i;
+        if (i > first)
+            visit(text + first, strnlen(text + first, static_cast<size_t>(i - first)));
+    }
+}
+
+// The legal form of `trimmed` on a long-name volume, joined as Implode joins
+// (the delimiter nearest the end of the volume between components), written
+// to `path`. False, with nothing changed, when the text could outgrow one block.
+bool JoinLegalLongNames(CStringT<char>& path, CGVPath const& trimmed, CGVPath const& volume) {
+    char const* head = volume.GetString();
+    const size_t headSize = std::strlen(head);
+    int64_t bound = static_cast<int64_t>(headSize);
+    ForEachComponent(trimmed, volume.GetLength(),
+                     [&bound](char const*, size_t size) { bound += 1 + static_cast<int64_t>(std::max<size_t>(size, 4)); });
+    if (bound > INT32_MAX / 2)
+        return false;
+    if (bound == 0) {
+        path.Empty();
+        return true;
+    }
+    CStringT<char> out;
+    char* text = out.GetBuffer(static_cast<int>(bound));
+    std::memcpy(text, head, headSize);
+    size_t n = headSize;
+    char joint = CGVPath::CHAR_PATH_DELIMITER;
+    for (size_t k = headSize; k-- > 0;)
+        if (IsDelimiter(head[k])) {
+            joint = head[k];
+            break;
+        }
+    ForEachComponent(trimmed, volume.GetLength(), [&](char const* from, size_t size) {
+        if (n > 0) {
+            while (n > 0 && IsDelimiter(text[n - 1]))
+                --n;
+            text[n++] = joint;
+        }
+        n += LegalLongName(from, size, text + n);
+    });
+    out.ReleaseBufferSetLength(static_cast<int>(n));
+    path = std::move(out);
+    return true;
+}
 
 }  // namespace
 
@@ -149,15 +250,21 @@ int CGVPath::MakeLegalName(char const* directory) {
 }
 
 int CGVPath::MakeLegalPath() {
-    // The work is done on a trimmed copy (shared until the trim changes it)
-    // and the join replaces this path's text only at the end, whole or not at
-    // all: a failed allocation leaves the path as it was without a kept copy.
     CGVPath trimmed(*this);
     trimmed.CStringT<char>::TrimRight();
+    CGVPath volume = CGVPath(trimmed).GetVolume();
+    uint32_t maxComponent = volume.GetVolumeMaxComponent();
+    if (maxComponent <= 12 || !JoinLegalLongNames(*this, trimmed, volume))
+        PrivateMakeLegalComponents(trimmed, maxComponent);
+    return 1;
+}
+
+void CGVPath::PrivateMakeLegalComponents(CGVPath const& trimmed, uint32_t maxComponent) {
+    // The join replaces this path's text only at the end, whole or not at all:
+    // a failed allocation leaves the path as it was without a kept copy.
     CGVPath volume;
     CGVStringArray parts;
     trimmed.Explode(volume, parts);
-    uint32_t maxComponent = volume.GetVolumeMaxComponent();
     uint32_t maxExtension = MaxExtensionFor(maxComponent);
     CGVString bad = GetBadNameCharacters(maxComponent > 12);
     for (int32_t i = 0; i < parts.mGetNumItems(); ++i) {
@@ -169,5 +276,4 @@ int CGVPath::MakeLegalPath() {
         *slot = part;
     }
     Implode(volume, parts);
-    return 1;
 }

@@ -46,5 +46,8 @@ struct GVPathTestAccess {
     }
     template <typename... A> static int PrivateReplaceGroup(CGVPath& p, A... a) { return p.PrivateReplaceGroup(a...); }
     template <typename... A> static int GetVolumeInfo(CGVPath const& p, A&... a) { return p.GetVolumeInfo(a...); }
+    static void PrivateMakeLegalComponents(CGVPath& p, CGVPath const& trimmed, uint32_t maxComponent) {
+        p.PrivateMakeLegalComponents(trimmed, maxComponent);
+    }
     template <typename... A> static int PrivateIsArrayElement(A... a) { return CGVPath::PrivateIsArrayElement(a...); }
 };

@@ -375,6 +375,9 @@ private:
     // ---- Legality ---------------------------------------------------------------
     /// The name rewrite both legalisations share, for the given volume limits.
     void PrivateMakeLegal(uint32_t maxComponent, uint32_t maxExtension);
+    /// MakeLegalPath step by step: `trimmed` exploded, each component rewritten
+    /// for a volume of `maxComponent`, and the parts imploded into this path.
+    void PrivateMakeLegalComponents(CGVPath const& trimmed, uint32_t maxComponent);
 
     // ---- Uniqueness -------------------------------------------------------------
     int PrivateMakeUnique(char const* directory, int firstPatternId, int numberedPatternId,
