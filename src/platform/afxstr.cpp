@@ -382,6 +382,8 @@ void CStringT<char>::Append(const char* pch, int nLength) {
     SetLength(nOld + nLength);
 }
 
+void CStringT<char>::AppendCharSlowly(char ch) { Append(&ch, 1); }
+
 void CStringT<char>::Append(const char* psz) { Append(psz, SafeLength(psz)); }
 
 void CStringT<char>::Append(const CStringT& str) { Append(str.m_pszData, str.GetLength()); }

@@ -97,7 +97,7 @@ public:
             text[n + 1] = '\0';
             return;
         }
-        Append(&ch, 1);
+        AppendCharSlowly(ch);
     }
 
     // Comparison: byte order, ASCII case folding, or the C runtime's current-locale collation.
@@ -193,6 +193,9 @@ private:
     void Reallocate(int nLength);
     void SetLength(int nLength);
     void Concatenate(const char* p1, int n1, const char* p2, int n2);
+    /// AppendChar when the block is shared, locked or full. The character goes
+    /// by value, so the inline caller keeps no copy of it in memory.
+    void AppendCharSlowly(char ch);
 
     PXSTR m_pszData;  // text of a Data block, or of the shared empty block
 };
