@@ -15,7 +15,10 @@
 #include "platform/crt_text.h"
 #include "platform/string_table.h"
 
-
+#if __has_include(<sys/single_threaded.h>)
+#include <sys/single_threaded.h>
+#define GVLIB_KNOWS_SINGLE_THREADED 1
+#endif
 
 namespace {
 
@@ -42,6 +45,34 @@ int SafeLength(const char* psz) {
 }
 
 bool IsNil(Data* p) noexcept { return p == &g_nil.header; }
+
+// While the process runs one thread no other can see a count, so plain
+// arithmetic keeps it and the locked operations, which cost as much as a small
+// copy, are spared. The C library clears the flag for good before a second
+// thread starts; the standard library's shared pointers rely on the same.
+bool OneThread() noexcept {
+#ifdef GVLIB_KNOWS_SINGLE_THREADED
+    return __libc_single_threaded != 0;
+#else
+    return false;
+#endif
+}
+
+void Share(Data* p) noexcept {
+    if (OneThread())
+        p->nRefs.store(p->nRefs.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+    else
+        p->nRefs.fetch_add(1);
+}
+
+// One owner fewer; true when it was the last.
+bool Unshare(Data* p) noexcept {
+    if (!OneThread())
+        return p->nRefs.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    const int32_t left = p->nRefs.load(std::memory_order_relaxed) - 1;
+    p->nRefs.store(left, std::memory_order_relaxed);
+    return left == 0;
+}
 
 // The capacity for nLength characters, rounded up to a multiple of 8 as the
 // framework's allocator did.
@@ -84,7 +115,7 @@ void CStringT<char>::Release() noexcept {
     // (that would need this very object), so the sole owner frees it without
     // the locked decrement, which costs as much as a small copy.
     const int32_t refs = p->nRefs.load(std::memory_order_acquire);
-    if (refs == kLocked || refs == 1 || p->nRefs.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    if (refs == kLocked || refs == 1 || Unshare(p))
         Free(p);
 }
 
@@ -145,7 +176,7 @@ CStringT<char>& CStringT<char>::operator=(const CStringT& src) noexcept {
         return *this;
     }
     if (!IsNil(pSrc))
-        pSrc->nRefs.fetch_add(1);
+        Share(pSrc);
     Release();
     Attach(pSrc);
     return *this;
