@@ -2,8 +2,6 @@
 // can close on a chosen call.
 #include "gvlib/platform/allocator.h"
 
-#include <malloc.h>
-
 #include <cstdlib>
 
 #ifdef GVLIB_FAULT_INJECTION
@@ -58,9 +56,9 @@ namespace {
 // cache keeps; a bigger block goes back to the arena on every free and is
 // searched for again on the next request, which costs several times the copy
 // of a kilobyte. Blocks whose owner tells their size on freeing (MemFreeSized)
-// are kept per thread for the next request of their class: small requests are
-// rounded up to their class so that every block of a class serves every
-// request of it; the kilobyte blocks are classed by their usable size.
+// are kept per thread for the next request of their class. Requests of both
+// kinds are rounded up to their class so that every block of a class serves
+// every request of it.
 // The sanitisers keep their own account of every block, so with them each
 // allocation reaches the C library unrounded.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -133,7 +131,22 @@ std::size_t SmallClass(std::size_t bytes) noexcept {
     return bytes <= kSmallFirst ? 0 : (bytes - kSmallFirst + kSmallStep - 1) / kSmallStep;
 }
 std::size_t ClassBytes(std::size_t c) noexcept { return kSmallFirst + c * kSmallStep; }
-std::size_t Rounded(std::size_t bytes) noexcept { return IsSmall(bytes) ? ClassBytes(SmallClass(bytes)) : bytes; }
+
+// Large requests are rounded up to the usable size of their class, which is
+// what glibc hands out for them anyway; so a freed block's class follows from
+// the size its owner tells, with no question to the C library.
+constexpr std::size_t kLargeMax = kFirstUsable + kLargeStep * (kLargeClasses - 1);
+bool IsLarge(std::size_t bytes) noexcept { return kCaching && bytes > kFirstUsable - kLargeStep && bytes <= kLargeMax; }
+std::size_t LargeClass(std::size_t bytes) noexcept {
+    return bytes <= kFirstUsable ? 0 : (bytes - kFirstUsable + kLargeStep - 1) / kLargeStep;
+}
+std::size_t LargeClassBytes(std::size_t c) noexcept { return kFirstUsable + c * kLargeStep; }
+
+std::size_t Rounded(std::size_t bytes) noexcept {
+    if (IsSmall(bytes))
+        return ClassBytes(SmallClass(bytes));
+    return IsLarge(bytes) ? LargeClassBytes(LargeClass(bytes)) : bytes;
+}
 
 void* TakeSmall(std::size_t bytes) noexcept {
     BlockCache* cache = t_cache;
@@ -152,28 +165,17 @@ bool KeepSmall(void* block, std::size_t bytes) noexcept {
     return true;
 }
 
-// A request of `bytes` is served from the class whose blocks have at least that much room.
 void* TakeLarge(std::size_t bytes) noexcept {
-    if (!kCaching || bytes <= kFirstUsable - kLargeStep)
-        return nullptr;
     BlockCache* cache = t_cache;
-    if (cache == nullptr)
-        return nullptr;
-    const std::size_t c = bytes <= kFirstUsable ? 0 : (bytes - kFirstUsable + kLargeStep - 1) / kLargeStep;
-    if (c >= kLargeClasses || cache->largeCount[c] == 0)
-        return nullptr;
-    return cache->large[c][--cache->largeCount[c]];
+    const std::size_t c = LargeClass(bytes);
+    if (cache != nullptr && cache->largeCount[c] != 0)
+        return cache->large[c][--cache->largeCount[c]];
+    return std::malloc(LargeClassBytes(c));
 }
 
-// A freed block joins the class its usable size fully covers.
 bool KeepLarge(void* block, std::size_t bytes) noexcept {
-    if (!kCaching || bytes <= kFirstUsable - kLargeStep)
-        return false;
-    const std::size_t usable = malloc_usable_size(block);
-    if (usable < kFirstUsable)
-        return false;
-    const std::size_t c = (usable - kFirstUsable) / kLargeStep;
-    BlockCache* cache = c < kLargeClasses ? Cache() : nullptr;
+    BlockCache* cache = Cache();
+    const std::size_t c = LargeClass(bytes);
     if (cache == nullptr || cache->largeCount[c] == kLargeDepth)
         return false;
     cache->large[c][cache->largeCount[c]++] = block;
@@ -189,8 +191,8 @@ void* MemAlloc(std::size_t bytes) noexcept {
         return nullptr;
     if (IsSmall(bytes))
         return TakeSmall(bytes);
-    if (void* block = TakeLarge(bytes))
-        return block;
+    if (IsLarge(bytes))
+        return TakeLarge(bytes);
     return std::malloc(bytes);
 }
 
@@ -207,7 +209,7 @@ void MemFree(void* block) noexcept { std::free(block); }
 void MemFreeSized(void* block, std::size_t bytes) noexcept {
     if (block == nullptr)
         return;
-    if (IsSmall(bytes) ? KeepSmall(block, bytes) : KeepLarge(block, bytes))
+    if (IsSmall(bytes) ? KeepSmall(block, bytes) : IsLarge(bytes) && KeepLarge(block, bytes))
         return;
     std::free(block);
 }

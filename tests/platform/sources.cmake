@@ -1,4 +1,5 @@
 target_sources(gvlib_tests PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/allocator_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/archive_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/codepage_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compare_string_test.cpp
