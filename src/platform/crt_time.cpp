@@ -42,7 +42,7 @@ private:
         return false;
     }
 
-    bool Reread() {
+    [[gnu::noinline]] bool Reread() {
         const char* tz = std::getenv("TZ");
         const bool changed =
             !known_ || set_ != (tz != nullptr) || (tz != nullptr && text_.compare(3, std::string::npos, tz) != 0);
@@ -79,7 +79,7 @@ private:
 // A few recent answers, newest first in the search; a changed zone forgets them.
 template <typename Key>
 struct Memo {
-    static constexpr int kSize = 4;
+    static constexpr unsigned kSize = 4;
     struct Entry {
         bool used = false;
         Key key{};
@@ -87,7 +87,7 @@ struct Memo {
         __time32_t value = 0;
     };
     Entry entries[kSize];
-    int last = 0;
+    unsigned last = 0;
 
     void Clear() {
         for (Entry& e : entries)
@@ -96,7 +96,7 @@ struct Memo {
     Entry* Find(Key const& key) {
         if (entries[last].used && entries[last].key == key)  // a date asks for several fields in a row
             return &entries[last];
-        for (int n = 0, i = last; n < kSize; ++n, i = (i + kSize - 1) % kSize)
+        for (unsigned n = 0, i = last; n < kSize; ++n, i = (i + kSize - 1) % kSize)
             if (entries[i].used && entries[i].key == key)
                 return &entries[i];
         return nullptr;
@@ -129,12 +129,14 @@ struct TimeState {
     Memo<FieldsKey> normalised;
 
     void Check() {
-        if (zone.Changed()) {
-            local.Clear();
-            normalised.Clear();
-            ++generation;
-            tzset();
-        }
+        if (zone.Changed())
+            Forget();
+    }
+    [[gnu::noinline]] void Forget() {
+        local.Clear();
+        normalised.Clear();
+        ++generation;
+        tzset();
     }
     void RememberLocal(__time32_t t, std::tm const& fields) {
         auto& slot = local.Slot();
@@ -157,9 +159,9 @@ TimeState& State() {
     return *state;
 }
 
-const std::tm* Local(TimeState& state, __time32_t t) {
-    if (auto* e = state.local.Find(t))
-        return &e->fields;
+// Kept out of line: the call into the C library needs registers saved that
+// the remembered answer does not.
+[[gnu::noinline]] const std::tm* Convert(TimeState& state, __time32_t t) {
     // Converted straight into the slot that remembers it; the slot counts only
     // once the conversion has succeeded.
     auto& slot = state.local.Slot();
@@ -170,6 +172,12 @@ const std::tm* Local(TimeState& state, __time32_t t) {
     slot.key = t;
     slot.used = true;
     return &slot.fields;
+}
+
+const std::tm* Local(TimeState& state, __time32_t t) {
+    if (auto* e = state.local.Find(t))
+        return &e->fields;
+    return Convert(state, t);
 }
 
 }  // namespace
