@@ -17,14 +17,14 @@ CGVObject* CGVObject::mNew() const { return nullptr; }
 void CGVObject::mClear() {}
 
 void* CGVObject::operator new(std::size_t size) {
-    void* block = gvplatform::detail::MemAlloc(size ? size : 1);
+    void* block = gvplatform::detail::ObjectAlloc(size ? size : 1);
     if (block == nullptr)
         AfxThrowMemoryException();
     return block;
 }
 
 void CGVObject::operator delete(void* block, std::size_t size) noexcept {
-    gvplatform::detail::MemFreeSized(block, size ? size : 1);
+    gvplatform::detail::ObjectFree(block, size ? size : 1);
 }
 
 CGVObject& CGVObject::operator=(CGVObject const&) {

@@ -2,6 +2,8 @@
 // can close on a chosen call.
 #include "gvlib/platform/allocator.h"
 
+#include "platform/heap_policy.h"
+
 #include <cstdlib>
 
 #ifdef GVLIB_FAULT_INJECTION
@@ -61,17 +63,7 @@ namespace {
 // every request of it.
 // The sanitisers keep their own account of every block, so with them each
 // allocation reaches the C library unrounded.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kCaching = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
-constexpr bool kCaching = false;
-#else
-constexpr bool kCaching = true;
-#endif
-#else
-constexpr bool kCaching = true;
-#endif
+constexpr bool kCaching = !gvplatform::detail::kAddressSanitised && !gvplatform::detail::kThreadSanitised;
 
 // Small classes match glibc's chunk sizes (usable 24, 40, 56 and 72 bytes), so
 // rounding a request up to its class costs no memory there.
@@ -185,6 +177,10 @@ bool KeepLarge(void* block, std::size_t bytes) noexcept {
 }  // namespace
 
 namespace gvplatform::detail {
+
+#ifdef GVLIB_FAULT_INJECTION
+bool AllocationRefused() noexcept { return AllocationFails(); }
+#endif
 
 void* MemAlloc(std::size_t bytes) noexcept {
     if (AllocationFails())

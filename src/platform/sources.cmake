@@ -18,6 +18,7 @@ target_sources(gvlib PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/folded_names.cpp
   ${CMAKE_CURRENT_LIST_DIR}/lcid_collation.cpp
   ${CMAKE_CURRENT_LIST_DIR}/loading_policy.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/object_pool.cpp
   ${CMAKE_CURRENT_LIST_DIR}/oleauto.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olecurrency.cpp
   ${CMAKE_CURRENT_LIST_DIR}/olevariant.cpp

@@ -8,5 +8,6 @@ target_sources(gvlib_tests PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/cstring_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/full_path_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/memfile_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/object_pool_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/variant_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/volumes_test.cpp)

@@ -20,5 +20,13 @@ GVLIB_API void MemFree(void* block) noexcept;
 /// (`bytes` exactly as asked for then): the size lets the allocator keep blocks
 /// of the sizes it caches for the thread's next request.
 GVLIB_API void MemFreeSized(void* block, std::size_t bytes) noexcept;
+/// A block for a value object of `bytes` bytes, or null when out of memory.
+/// Objects of up to 16 bytes share slabs and carry no header of their own.
+GVLIB_API void* ObjectAlloc(std::size_t bytes) noexcept;
+/// Gives back a block from ObjectAlloc(`bytes`), with the same `bytes`; null is allowed.
+GVLIB_API void ObjectFree(void* block, std::size_t bytes) noexcept;
+/// Bytes the value-object slabs hold from the system now (they are mapped
+/// apart from the C library's heap, so its statistics leave them out).
+GVLIB_API std::size_t ObjectPoolBytes() noexcept;
 
 }  // namespace gvplatform::detail
