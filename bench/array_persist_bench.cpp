@@ -12,6 +12,7 @@
 
 #include "gvlib/array/GVLongArray.h"
 #include "gvlib/array/GVStringArray.h"
+#include "gvlib/platform/allocator.h"
 #include "gvlib/buffer/GVBuffer.h"
 
 namespace {
@@ -179,10 +180,11 @@ std::string Short(int32_t i) {
     return text;
 }
 
-// Small blocks and the large ones the allocator maps on their own (the slots).
+// Small blocks and the large ones the C library maps on their own (the
+// slots), and the slabs the library maps for its value objects.
 size_t HeapInUse() {
     struct mallinfo2 m = mallinfo2();
-    return m.uordblks + m.hblkhd;
+    return m.uordblks + m.hblkhd + gvplatform::detail::ObjectPoolBytes();
 }
 
 void ReportHeap(benchmark::State& state, size_t before, size_t after) {

@@ -11,6 +11,35 @@ import re
 import sys
 
 
+def counters(path):
+    """{run: (bytes per item, beyond the text)} of the cases that measure memory."""
+    with open(path) as f:
+        data = json.load(f)
+    return {b["run_name"]: (b["bytes_per_item"], b.get("beyond_text"))
+            for b in data["benchmarks"]
+            if b.get("aggregate_name", "median") == "median" and "bytes_per_item" in b}
+
+
+def write_memory(f, results):
+    rows = []
+    for name in sorted(os.listdir(results)):
+        if name.endswith(".json"):
+            m = counters(os.path.join(results, name))
+            for run, (each, beyond) in m.items():
+                if "/gvlib" in run:
+                    peer = m.get(run.replace("/gvlib", "/peer"), (None, None))
+                    rows.append((run.replace("/gvlib", "").split("/iterations")[0], each, beyond, *peer))
+    if not rows:
+        return
+    f.write("\n## Memory\n\nHeap bytes per item after loading, the items' own text included, and what is "
+            "left beyond the text.\n\n")
+    f.write("| case | gvlib bytes / item | beyond the text | peer bytes / item | beyond the text |\n"
+            "|---|---|---|---|---|\n")
+    num = lambda v: "–" if v is None else f"{v:.1f}"
+    for case, each, beyond, peer_each, peer_beyond in rows:
+        f.write(f"| {case} | {num(each)} | {num(beyond)} | {num(peer_each)} | {num(peer_beyond)} |\n")
+
+
 def medians(path):
     with open(path) as f:
         data = json.load(f)
@@ -104,6 +133,7 @@ def main(results, report, datafile, notesfile):
             f.write(f"| {suite} | {case} | {pretty(ns)} | {pretty(peer)} | {fmt(ratio(ns, peer), 2)} | "
                     f"{pretty(limit)} | {fmt(ratio(ns, limit))} |\n")
         write_scaling(f, scaling(rows))
+        write_memory(f, results)
         f.write("\n![ratios](ratios.svg)\n\n")
         f.write(notes)
     with open(datafile, "w") as f:
