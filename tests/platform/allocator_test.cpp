@@ -5,7 +5,6 @@
 #include <malloc.h>
 
 #include <cstring>
-#include <vector>
 
 #include "gvlib/platform/allocator.h"
 
@@ -13,7 +12,6 @@ namespace {
 
 using gvplatform::detail::MemAlloc;
 using gvplatform::detail::MemFreeSized;
-using gvplatform::detail::MemRealloc;
 
 // Freed sizes are taken back by requests of other sizes in the same class, so
 // a block kept for one size must hold every size that draws on it.
@@ -29,23 +27,6 @@ TEST(Allocator, CachedBlocksHoldEveryRequestOfTheirClass) {
             std::memset(again, 0xA5, other);
             MemFreeSized(again, other);
         }
-    }
-}
-
-TEST(Allocator, ReallocatedBlocksAreKeptByTheirNewSize) {
-    std::vector<size_t> const steps = {20, 40, 70, 1040, 1100, 2000, 4100, 5000, 1040};
-    void* block = MemAlloc(10);
-    for (size_t size : steps) {
-        block = MemRealloc(block, size);
-        ASSERT_NE(nullptr, block);
-        ASSERT_GE(malloc_usable_size(block), size);
-        std::memset(block, 0x5A, size);
-    }
-    MemFreeSized(block, steps.back());
-    for (size_t size : {1025u, 1032u, 1033u, 1048u}) {
-        void* again = MemAlloc(size);
-        ASSERT_GE(malloc_usable_size(again), size);
-        MemFreeSized(again, size);
     }
 }
 
