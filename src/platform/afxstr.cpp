@@ -13,12 +13,8 @@
 #include "gvlib/platform/winnls.h"
 #include "platform/crt_format.h"
 #include "platform/crt_text.h"
+#include "platform/one_thread.h"
 #include "platform/string_table.h"
-
-#if __has_include(<sys/single_threaded.h>)
-#include <sys/single_threaded.h>
-#define GVLIB_KNOWS_SINGLE_THREADED 1
-#endif
 
 namespace {
 
@@ -48,15 +44,8 @@ bool IsNil(Data* p) noexcept { return p == &g_nil.header; }
 
 // While the process runs one thread no other can see a count, so plain
 // arithmetic keeps it and the locked operations, which cost as much as a small
-// copy, are spared. The C library clears the flag for good before a second
-// thread starts; the standard library's shared pointers rely on the same.
-bool OneThread() noexcept {
-#ifdef GVLIB_KNOWS_SINGLE_THREADED
-    return __libc_single_threaded != 0;
-#else
-    return false;
-#endif
-}
+// copy, are spared.
+using gvplatform::detail::OneThread;
 
 void Share(Data* p) noexcept {
     if (OneThread())

@@ -16,12 +16,8 @@
 #include <mutex>
 #include <type_traits>
 
-#if __has_include(<sys/single_threaded.h>)
-#include <sys/single_threaded.h>
-#define GVLIB_KNOWS_SINGLE_THREADED 1
-#endif
-
 #include "platform/heap_policy.h"
+#include "platform/one_thread.h"
 
 namespace {
 
@@ -76,16 +72,9 @@ struct Pool {
 Pool g_pool;
 static_assert(std::is_trivially_destructible_v<Pool>);
 
-bool OneThread() noexcept {
-#ifdef GVLIB_KNOWS_SINGLE_THREADED
-    return __libc_single_threaded != 0;
-#else
-    return false;
-#endif
-}
+using gvplatform::detail::OneThread;
 
-// While the process has one thread nobody else can reach the pool; the C
-// library clears its flag before a second thread starts.
+// While the process has one thread nobody else can reach the pool.
 class PoolLock {
 public:
     explicit PoolLock(std::mutex& m) : m_(OneThread() ? nullptr : &m) {
