@@ -12,6 +12,7 @@
 #include <sys/mman.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <cstdint>
 #include <mutex>
 #include <type_traits>
@@ -153,6 +154,61 @@ void Give(Pool& pool, void* cell) noexcept {
 
 bool Pooled(std::size_t bytes) noexcept { return kPooling && bytes <= kCell; }
 
+// Most objects die soon after they are made (every binary operator returns a
+// new one), so each thread keeps a few freed cells for its next requests and
+// reaches the pool only when it has none or too many. The cells go back to
+// the pool when the thread ends; frees that come after that (other
+// thread-local or static destructors) go straight to the pool.
+constexpr unsigned kKept = 32;
+struct KeptCells {
+    void* cells[kKept];
+    unsigned count;
+};
+// A plain pointer in static TLS: one load per call, and little of the static
+// TLS reserve that a library loaded late must fit in.
+thread_local KeptCells* t_kept __attribute__((tls_model("initial-exec"))) = nullptr;
+thread_local bool t_keptEnded __attribute__((tls_model("initial-exec"))) = false;
+
+struct KeptOwner {
+    ~KeptOwner() {
+        KeptCells* kept = t_kept;
+        t_kept = nullptr;
+        t_keptEnded = true;
+        if (kept == nullptr)
+            return;
+        {
+            PoolLock hold(g_pool.lock);
+            while (kept->count > 0)
+                Give(g_pool, kept->cells[--kept->count]);
+        }
+        std::free(kept);
+    }
+};
+thread_local KeptOwner t_keptOwner;
+
+// True when the thread took `cell`; the first one makes the thread's list
+// and registers its return at thread exit.
+bool Keep(void* cell) noexcept {
+    KeptCells* kept = t_kept;
+    if (kept == nullptr) {
+        if (t_keptEnded)
+            return false;
+        (void)&t_keptOwner;
+        kept = t_kept = static_cast<KeptCells*>(std::calloc(1, sizeof(KeptCells)));
+        if (kept == nullptr)
+            return false;
+    }
+    if (kept->count == kKept)
+        return false;
+    kept->cells[kept->count++] = cell;
+    return true;
+}
+
+void* TakeKept() noexcept {
+    KeptCells* kept = t_kept;
+    return kept != nullptr && kept->count > 0 ? kept->cells[--kept->count] : nullptr;
+}
+
 }  // namespace
 
 namespace gvplatform::detail {
@@ -162,6 +218,8 @@ void* ObjectAlloc(std::size_t bytes) noexcept {
         return MemAlloc(bytes);
     if (AllocationRefused())
         return nullptr;
+    if (void* cell = TakeKept())
+        return cell;
     PoolLock hold(g_pool.lock);
     return Take(g_pool);
 }
@@ -173,6 +231,8 @@ void ObjectFree(void* block, std::size_t bytes) noexcept {
         MemFreeSized(block, bytes);
         return;
     }
+    if (Keep(block))
+        return;
     PoolLock hold(g_pool.lock);
     Give(g_pool, block);
 }

@@ -68,8 +68,9 @@ TEST(ObjectPool, EmptiedSlabsGoBack) {
         EXPECT_LE(held, 100000u * 16 + 256u * 1024) << "round " << round;  // one slab part used
         for (void* block : blocks)
             ObjectFree(block, 16);
-        // The one slab with room that is kept, and no more.
-        EXPECT_LE(ObjectPoolBytes(), 256u * 1024) << "round " << round;
+        // The one slab with room that is kept, and the one that holds the
+        // few cells the thread keeps for its next requests.
+        EXPECT_LE(ObjectPoolBytes(), 2 * 256u * 1024) << "round " << round;
     }
 }
 
