@@ -14,31 +14,17 @@ void CGVPath::Explode(CGVPath& volume, CGVStringArray& parts) const {
     // GetVolume is not const; it reads a copy.
     volume = CGVPath(*this).GetVolume();
     parts.mClear();
-    char const* text = GetString();
-    int length = GetLength();
-    int i = volume.GetLength();
     // A plain array takes each piece in place; a derived one through its mAdd.
     bool plain = parts.IsPlain();
     CGVString part;
-    while (i < length) {
-        // Runs of delimiters, leading or trailing, make no empty parts.
-        while (i < length && IsDelimiter(text[i]))
-            ++i;
-        int start = i;
-        while (i < length && !IsDelimiter(text[i]))
-            ++i;
-        if (i > start) {
-            // What Mid gives, without its temporaries: the piece up to an
-            // embedded NUL, if it holds one.
-            int piece = static_cast<int>(strnlen(text + start, static_cast<size_t>(i - start)));
-            if (plain) {
-                parts.AddText(text + start, piece);
-                continue;
-            }
-            part.SetString(text + start, piece);
-            parts.mAdd(&part);
+    gvpath::detail::ForEachComponent(GetString(), GetLength(), volume.GetLength(), [&](char const* piece, int size) {
+        if (plain) {
+            parts.AddText(piece, size);
+            return;
         }
-    }
+        part.SetString(piece, size);
+        parts.mAdd(&part);
+    });
 }
 
 namespace {

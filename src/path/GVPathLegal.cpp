@@ -16,6 +16,7 @@ using gvpath::detail::BAD_NAME_CHARACTERS_LONG;
 using gvpath::detail::BAD_NAME_CHARACTERS_SHORT;
 using gvpath::detail::BAD_PATH_CHARACTERS_LONG;
 using gvpath::detail::BAD_PATH_CHARACTERS_SHORT;
+using gvpath::detail::ForEachComponent;
 using gvpath::detail::IsDelimiter;
 using gvpath::detail::SPACE_BEFORE_DELIMITER;
 using gvpath::detail::TRIPLE_DOT;
@@ -70,25 +71,6 @@ size_t LegalLongName(char const* from, size_t size, char* to) {
     return 4;
 }
 
-// Calls `visit(start, size)` for each component after the volume, as Explode
-// cuts them: runs of delimiters make no empty ones, and a component ends at an
-// embedded NUL.
-template <typename Visit>
-void ForEachComponent(CGVPath const& path, int start, Visit visit) {
-    char const* text = path.GetString();
-    int length = path.GetLength();
-    int i = start;
-    while (i < length) {
-        while (i < length && IsDelimiter(text[i]))
-            ++i;
-        int first = i;
-        while (i < length && !IsDelimiter(text[i]))
-            ++i;
-        if (i > first)
-            visit(text + first, strnlen(text + first, static_cast<size_t>(i - first)));
-    }
-}
-
 // The legal form of `trimmed` on a long-name volume, joined as Implode joins
 // (the delimiter nearest the end of the volume between components), written
 // to `path`. False, with nothing changed, when the text could outgrow one block.
@@ -96,8 +78,8 @@ bool JoinLegalLongNames(CStringT<char>& path, CGVPath const& trimmed, CGVPath co
     char const* head = volume.GetString();
     const size_t headSize = std::strlen(head);
     int64_t bound = static_cast<int64_t>(headSize);
-    ForEachComponent(trimmed, volume.GetLength(),
-                     [&bound](char const*, size_t size) { bound += 1 + static_cast<int64_t>(std::max<size_t>(size, 4)); });
+    ForEachComponent(trimmed.GetString(), trimmed.GetLength(), volume.GetLength(),
+                     [&bound](char const*, int size) { bound += 1 + std::max<int64_t>(size, 4); });
     if (bound > INT32_MAX / 2)
         return false;
     if (bound == 0) {
@@ -114,13 +96,13 @@ bool JoinLegalLongNames(CStringT<char>& path, CGVPath const& trimmed, CGVPath co
             joint = head[k];
             break;
         }
-    ForEachComponent(trimmed, volume.GetLength(), [&](char const* from, size_t size) {
+    ForEachComponent(trimmed.GetString(), trimmed.GetLength(), volume.GetLength(), [&](char const* from, int size) {
         if (n > 0) {
             while (n > 0 && IsDelimiter(text[n - 1]))
                 --n;
             text[n++] = joint;
         }
-        n += LegalLongName(from, size, text + n);
+        n += LegalLongName(from, static_cast<size_t>(size), text + n);
     });
     out.ReleaseBufferSetLength(static_cast<int>(n));
     path = std::move(out);

@@ -52,4 +52,21 @@ inline bool IsSpace(char c) noexcept { return gvplatform::detail::IsSpace(c); }
 
 inline bool IsDelimiter(char c) noexcept { return c == '\\' || c == '/'; }
 
+/// Calls `visit(first, size)` for each component of `text[start, length)` as
+/// Explode cuts them: runs of delimiters, leading or trailing, make no empty
+/// components, and a component ends at an embedded NUL.
+template <typename Visit>
+void ForEachComponent(char const* text, int length, int start, Visit visit) {
+    int i = start;
+    while (i < length) {
+        while (i < length && IsDelimiter(text[i]))
+            ++i;
+        int first = i;
+        while (i < length && !IsDelimiter(text[i]))
+            ++i;
+        if (i > first)
+            visit(text + first, static_cast<int>(strnlen(text + first, static_cast<size_t>(i - first))));
+    }
+}
+
 }  // namespace gvpath::detail
