@@ -2,6 +2,7 @@
 #include "gvlib/platform/crttime.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "platform/crt_time.h"
@@ -32,14 +33,26 @@ public:
     }
 
 private:
-    // Zone texts are a few bytes; an inline loop beats a call to strcmp.
+    // The entry is the very block whose text was remembered, so it still holds
+    // at least that many bytes (terminator included) and all of them may be
+    // read: comparing them all finds a text rewritten in place, shorter or
+    // longer. Zone texts are a few bytes, and two overlapping loads per side
+    // cost less than a loop over them or a call to memcmp.
     bool SameText() const {
         const char* a = entry_;
         const char* b = text_.c_str();
-        for (; *a == *b; ++a, ++b)
-            if (*a == '\0')
-                return true;
-        return false;
+        const std::size_t n = text_.size() + 1;
+        if (n >= 8 && n <= 16)
+            return Load<uint64_t>(a) == Load<uint64_t>(b) && Load<uint64_t>(a + n - 8) == Load<uint64_t>(b + n - 8);
+        if (n >= 4 && n < 8)
+            return Load<uint32_t>(a) == Load<uint32_t>(b) && Load<uint32_t>(a + n - 4) == Load<uint32_t>(b + n - 4);
+        return std::memcmp(a, b, n) == 0;
+    }
+    template <typename Word>
+    static Word Load(const char* p) {
+        Word w;
+        std::memcpy(&w, p, sizeof w);
+        return w;
     }
 
     [[gnu::noinline]] bool Reread() {

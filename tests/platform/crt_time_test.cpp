@@ -62,13 +62,22 @@ TEST(CrtTime, ConversionsAcceptOnlyTheOriginalRange) {
 TEST(CrtTime, LocalTimeFollowsTzChangedBetweenCalls) {
     ScopedTimeZone restore("UTC0");
     const __time32_t noon = 1709640000;  // 2024-03-05 12:00 UTC
-    static char inPlace[] = "TZ=UTC0";
+    static char inPlace[32] = "TZ=UTC0";
     struct Row { const char* how; void (*change)(); int hour; } const rows[] = {
         {"setenv", [] { setenv("TZ", "EST5", 1); }, 7},
         {"unset", [] { unsetenv("TZ"); }, -1},  // the host's own zone
         {"setenv back", [] { setenv("TZ", "UTC0", 1); }, 12},
         {"putenv", [] { putenv(inPlace); }, 12},
         {"same buffer rewritten", [] { std::memcpy(inPlace, "TZ=EST5", 8); }, 7},
+        // Rewrites that differ from the last text only in its final bytes or
+        // past its terminator, for texts of every length class.
+        {"rewritten shorter", [] { std::memcpy(inPlace, "TZ=EST1", 8); }, 11},
+        {"rewritten longer", [] { std::memcpy(inPlace, "TZ=EST10", 9); }, 2},
+        {"shorter again", [] { inPlace[7] = '\0'; }, 11},
+        {"medium text", [] { std::memcpy(inPlace, "TZ=<ABCDEFG>3", 14); }, 9},
+        {"medium text, last byte", [] { inPlace[12] = '4'; }, 8},
+        {"long text", [] { std::memcpy(inPlace, "TZ=<ABCDEFGHIJKL>1", 19); }, 11},
+        {"long text, longer", [] { std::memcpy(inPlace, "TZ=<ABCDEFGHIJKL>10", 20); }, 2},
         {"another variable added", [] { setenv("GVLIB_CRT_TIME_TEST", "1", 1); setenv("TZ", "CET-1", 1); }, 13},
         {"earlier variable removed", [] { unsetenv("GVLIB_CRT_TIME_TEST"); setenv("TZ", "MSK-3", 1); }, 15},
     };
