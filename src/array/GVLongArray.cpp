@@ -44,7 +44,7 @@ bool CGVLongArray::IsPlainLongArray() const {
     return typeid(*this) == typeid(CGVLongArray) && m_elementSize == 4 && m_elements != nullptr;
 }
 
-void CGVLongArray::mAdd(int32_t const* value) {
+void CGVLongArray::AddSlowly(int32_t const* value) {
     if (value != nullptr && m_elementSize > 4) {
         // A loaded archive may give wider elements: the value fills the first 4
         // bytes of a zeroed element, so the copy reads nothing beyond it.

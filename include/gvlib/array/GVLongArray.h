@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
+#include <typeinfo>
 
 #include "gvlib/array/GVArray.h"
 #include "gvlib/platform/export.h"
@@ -16,7 +18,19 @@ public:
     ~CGVLongArray() override;
 
     using CGVArray::mAdd;
-    void mAdd(int32_t const* value);
+    /// Appends a copy of the integer through the generic append.
+    void mAdd(int32_t const* value) {
+        // Where the slot is already reported and reserved and no subclass can
+        // have changed what the generic append calls, appending is a store;
+        // inline, since the call would cost more than the store.
+        if (value != nullptr && m_itemCount < m_allocatedSlots && m_itemCount < m_blockSlots && m_elementSize == 4 &&
+            &typeid(*this) == &typeid(CGVLongArray)) {
+            std::memcpy(m_elements + 4 * static_cast<std::size_t>(m_itemCount), value, 4);
+            ++m_itemCount;
+            return;
+        }
+        AddSlowly(value);
+    }
     void mAdd(CGVLong* value);
     using CGVArray::mSearch;
     /// First index holding value, or -1.
@@ -37,4 +51,5 @@ public:
 
 private:
     bool IsPlainLongArray() const;
+    void AddSlowly(int32_t const* value);
 };
