@@ -112,7 +112,18 @@ void CStringT<char>::Release() noexcept {
 
 CStringT<char>::CStringT() noexcept : m_pszData(g_nil.text) {}
 
-CStringT<char>::CStringT(const CStringT& src) noexcept : m_pszData(g_nil.text) { *this = src; }
+CStringT<char>::CStringT(const CStringT& src) noexcept : m_pszData(src.m_pszData) {
+    Data* p = GetData();
+    if (IsNil(p))
+        return;
+    if (p->nRefs.load(std::memory_order_relaxed) != kLocked) {
+        Share(p);
+        return;
+    }
+    // A locked block belongs to its string alone: the copy takes the text.
+    m_pszData = g_nil.text;
+    *this = src;
+}
 
 CStringT<char>::CStringT(CStringT&& src) noexcept : m_pszData(src.m_pszData) { src.m_pszData = g_nil.text; }
 
@@ -229,7 +240,10 @@ void CStringT<char>::Fork(int nLength) {
     std::memcpy(pNew->data(), pOld->data(), static_cast<size_t>(nCopy));
     pNew->nDataLength = nCopy;
     pNew->data()[nCopy] = '\0';
-    Release();
+    // Only the shared empty block or a shared one is forked: give up this
+    // string's share of it.
+    if (!IsNil(pOld) && Unshare(pOld))
+        Free(pOld);
     Attach(pNew);
 }
 
@@ -374,8 +388,18 @@ char CStringT<char>::operator[](int iChar) const { return GetAt(iChar); }
 void CStringT<char>::SetAt(int iChar, char ch) {
     if (iChar < 0 || iChar >= GetLength())
         AfxThrowInvalidArgException();
-    PXSTR p = GetBuffer();
-    p[iChar] = ch;
+    // A block with one owner, or locked, is this string's to change in place;
+    // the index lies inside the text, so it has room.
+    if (GetData()->nRefs.load(std::memory_order_relaxed) <= 1) {
+        m_pszData[iChar] = ch;
+        return;
+    }
+    SetAtShared(iChar, ch);
+}
+
+void CStringT<char>::SetAtShared(int iChar, char ch) {
+    Fork(GetLength());
+    m_pszData[iChar] = ch;
 }
 
 // ---- appending --------------------------------------------------------------------

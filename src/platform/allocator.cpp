@@ -148,10 +148,11 @@ void* TakeSmall(std::size_t bytes) noexcept {
     return std::malloc(ClassBytes(c));
 }
 
-bool KeepSmall(void* block, std::size_t bytes) noexcept {
-    BlockCache* cache = Cache();
+// Both keepers find the thread's cache already made: the first free of a
+// thread goes the slow way (FreeSlowly), which makes it.
+bool KeepSmall(BlockCache* cache, void* block, std::size_t bytes) noexcept {
     const std::size_t c = SmallClass(bytes);
-    if (cache == nullptr || cache->smallCount[c] == kSmallDepth)
+    if (cache->smallCount[c] == kSmallDepth)
         return false;
     cache->small[c][cache->smallCount[c]++] = block;
     return true;
@@ -165,13 +166,27 @@ void* TakeLarge(std::size_t bytes) noexcept {
     return std::malloc(LargeClassBytes(c));
 }
 
-bool KeepLarge(void* block, std::size_t bytes) noexcept {
-    BlockCache* cache = Cache();
+bool KeepLarge(BlockCache* cache, void* block, std::size_t bytes) noexcept {
     const std::size_t c = LargeClass(bytes);
-    if (cache == nullptr || cache->largeCount[c] == kLargeDepth)
+    if (cache->largeCount[c] == kLargeDepth)
         return false;
     cache->large[c][cache->largeCount[c]++] = block;
     return true;
+}
+
+bool Keep(BlockCache* cache, void* block, std::size_t bytes) noexcept {
+    return IsSmall(bytes) ? KeepSmall(cache, block, bytes) : IsLarge(bytes) && KeepLarge(cache, block, bytes);
+}
+
+// Out of line, so that keeping a block in a cache that exists saves no
+// registers for the calls made here.
+[[gnu::noinline]] void FreeSlowly(void* block, std::size_t bytes) noexcept {
+    if (block == nullptr)
+        return;
+    if (BlockCache* cache = IsSmall(bytes) || IsLarge(bytes) ? Cache() : nullptr)
+        if (Keep(cache, block, bytes))
+            return;
+    std::free(block);
 }
 
 }  // namespace
@@ -203,11 +218,10 @@ void* MemRealloc(void* block, std::size_t bytes) noexcept {
 void MemFree(void* block) noexcept { std::free(block); }
 
 void MemFreeSized(void* block, std::size_t bytes) noexcept {
-    if (block == nullptr)
+    BlockCache* cache = t_cache;
+    if (cache != nullptr && block != nullptr && Keep(cache, block, bytes))
         return;
-    if (IsSmall(bytes) ? KeepSmall(block, bytes) : IsLarge(bytes) && KeepLarge(block, bytes))
-        return;
-    std::free(block);
+    FreeSlowly(block, bytes);
 }
 
 }  // namespace gvplatform::detail

@@ -28,6 +28,10 @@ TEST(CStringT, CopiesShareStorageUntilOneChanges) {
     locked.ReleaseBuffer();
     CString copy(locked);
     EXPECT_NE(copy.GetString(), locked.GetString());
+    EXPECT_STREQ("locked", copy);
+    const char* block = locked.GetString();
+    locked.SetAt(0, 'L');  // a locked block is changed in place
+    EXPECT_TRUE(block == locked.GetString() && std::string("Locked") == locked.GetString());
     locked.UnlockBuffer();
     CString empty;
     EXPECT_NE(nullptr, empty.GetBuffer(0));  // a block of its own even for no text

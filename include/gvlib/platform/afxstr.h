@@ -196,6 +196,8 @@ private:
     /// AppendChar when the block is shared, locked or full. The character goes
     /// by value, so the inline caller keeps no copy of it in memory.
     void AppendCharSlowly(char ch);
+    /// SetAt on a block shared with other strings: a block of its own first.
+    void SetAtShared(int iChar, char ch);
 
     PXSTR m_pszData;  // text of a Data block, or of the shared empty block
 };
