@@ -137,7 +137,6 @@ FieldsKey KeyOf(std::tm const& t) {
 // Everything a thread remembers, in one block so a call reaches it once.
 struct TimeState {
     ZoneWatch zone;
-    uint32_t generation = 0;
     Memo<__time32_t> local;
     Memo<FieldsKey> normalised;
 
@@ -148,7 +147,6 @@ struct TimeState {
     [[gnu::noinline]] void Forget() {
         local.Clear();
         normalised.Clear();
-        ++generation;
         tzset();
     }
     void RememberLocal(__time32_t t, std::tm const& fields) {
@@ -205,11 +203,6 @@ const std::tm* LocalFieldsOf(__time32_t t) {
     return Local(state, t);
 }
 
-uint32_t ZoneGeneration() {
-    TimeState& state = State();
-    state.Check();
-    return state.generation;
-}
 
 }  // namespace gvplatform::detail
 

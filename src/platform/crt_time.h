@@ -26,8 +26,4 @@ namespace gvplatform::detail {
 /// pointer stays valid until the thread's next time call.
 const std::tm* LocalFieldsOf(__time32_t t);
 
-/// A number that changes whenever the zone (TZ) differs from the previous
-/// call's; answers that depend on the zone can be remembered under it.
-uint32_t ZoneGeneration();
-
 }  // namespace gvplatform::detail

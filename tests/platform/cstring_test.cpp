@@ -39,6 +39,23 @@ TEST(CStringT, CopiesShareStorageUntilOneChanges) {
     EXPECT_EQ(0, empty.GetLength());
 }
 
+// Each share given up is counted: the string left alone with a block writes
+// into it in place, and an unlocked block is shared by copies again.
+TEST(CStringT, TheLastOwnerWritesInPlace) {
+    CString a("text");
+    const char* block = a.GetString();
+    {
+        CString forked(a), dropped(a);
+        forked.SetAt(0, 'n');
+    }
+    a.SetAt(0, 'T');
+    EXPECT_EQ(block, a.GetString());
+    a.LockBuffer();
+    a.UnlockBuffer();
+    CString copy(a);
+    EXPECT_EQ(block, copy.GetString());
+}
+
 TEST(CStringT, BadIndexesAndCountsAreRefused) {
     CString s("abc");
     EXPECT_EQ('\0', s.GetAt(3));  // the terminator may be read, but a search from it finds nothing
@@ -158,6 +175,10 @@ TEST(CStringT, FormatLoadAndWideText) {
     gvplatform::ClearStringResources();
     EXPECT_STREQ("caf\xE9 \x80", CString(L"caf\u00e9 \u20ac"));  // to the ANSI code page
     EXPECT_STREQ("ab", CString(L"abc", 2));
+    EXPECT_TRUE(CString(L"abc", 0).IsEmpty());
+    CString wide("was");
+    wide = static_cast<const wchar_t*>(nullptr);
+    EXPECT_TRUE(wide.IsEmpty());
     EXPECT_STREQ("xxx", CString('x', 3));
     EXPECT_STREQ("ab-cd", "a" + CString("b") + CString("-") + "c" + CString("d"));
 }
