@@ -79,6 +79,8 @@ TEST(CGVLongArray, IndexBeyondTheEndGrows) {
     EXPECT_EQ((Ints{21, 32, 112}), (Ints{b.mGetNumItems(), b.mGetAllocatedSlots(), c.mGetAllocatedSlots()}));
     CGVLongArray const& constant = b;
     EXPECT_EQ((Ints{0, 0}), (Ints{constant[21], constant[-1]}));
+    b.mDeleteItem(20);  // the slot behind the items still holds its 1
+    EXPECT_EQ(0, constant[20]);
     EXPECT_THROW(a[-1], CInvalidArgException);
     EXPECT_THROW(a[INT32_MAX], CMemoryException);
     EXPECT_EQ((Ints{0, 0, 0, 7}), Items(a));

@@ -4,6 +4,7 @@
 
 #include <malloc.h>
 
+#include <cstdint>
 #include <cstring>
 
 #include "gvlib/platform/allocator.h"
@@ -28,6 +29,27 @@ TEST(Allocator, CachedBlocksHoldEveryRequestOfTheirClass) {
             MemFreeSized(again, other);
         }
     }
+}
+
+// A class keeps only a couple of freed blocks: the rest go back to the C
+// library, or a program that frees many would keep them all.
+TEST(Allocator, AFullClassGivesFurtherBlocksBack) {
+    constexpr size_t kSize = 3000;
+    void* first[3] = {MemAlloc(kSize), MemAlloc(kSize), MemAlloc(kSize)};
+    for (void* block : first)
+        MemFreeSized(block, kSize);  // the class is full, whatever it held before
+    auto inUse = [] { return static_cast<int64_t>(mallinfo2().uordblks); };
+    const int64_t empty = inUse();
+    void* taken[8];
+    for (void*& block : taken)
+        block = MemAlloc(kSize);
+    const int64_t before = inUse();
+    for (void* block : taken)
+        MemFreeSized(block, kSize);
+    // Of the eight, all but the kept ones came from the C library.
+    if (before - empty < 6 * static_cast<int64_t>(kSize))
+        GTEST_SKIP() << "the C library's heap is not the one in use (a sanitiser or checker replaced it)";
+    EXPECT_GE(before - inUse(), 6 * static_cast<int64_t>(kSize));
 }
 
 }  // namespace

@@ -54,6 +54,13 @@ TEST(CStringT, TheLastOwnerWritesInPlace) {
     a.UnlockBuffer();
     CString copy(a);
     EXPECT_EQ(block, copy.GetString());
+    copy.UnlockBuffer();  // never locked: its share still counts
+    copy.SetAt(0, 'C');
+    EXPECT_STREQ("Text", a);
+    a.LockBuffer();
+    a = "new";  // a locked block keeps its text in place
+    EXPECT_TRUE(block == a.GetString() && std::string("new") == a.GetString());
+    a.UnlockBuffer();
 }
 
 TEST(CStringT, BadIndexesAndCountsAreRefused) {
