@@ -178,8 +178,8 @@ bool Keep(BlockCache* cache, void* block, std::size_t bytes) noexcept {
     return IsSmall(bytes) ? KeepSmall(cache, block, bytes) : IsLarge(bytes) && KeepLarge(cache, block, bytes);
 }
 
-// Out of line, so that keeping a block in a cache that exists saves no
-// registers for the calls made here.
+// A thread's first free, or a null block: out of line, so that keeping a
+// block in a cache that exists saves no registers for the calls made here.
 [[gnu::noinline]] void FreeSlowly(void* block, std::size_t bytes) noexcept {
     if (block == nullptr)
         return;
@@ -219,9 +219,12 @@ void MemFree(void* block) noexcept { std::free(block); }
 
 void MemFreeSized(void* block, std::size_t bytes) noexcept {
     BlockCache* cache = t_cache;
-    if (cache != nullptr && block != nullptr && Keep(cache, block, bytes))
+    if (cache == nullptr || block == nullptr) {
+        FreeSlowly(block, bytes);
         return;
-    FreeSlowly(block, bytes);
+    }
+    if (!Keep(cache, block, bytes))
+        std::free(block);
 }
 
 }  // namespace gvplatform::detail

@@ -203,7 +203,6 @@ const std::tm* LocalFieldsOf(__time32_t t) {
     return Local(state, t);
 }
 
-
 }  // namespace gvplatform::detail
 
 __time32_t _time32(__time32_t* t) {
