@@ -153,14 +153,16 @@ CGVPath CGVPath::GetAvailable() {
 
 CGVPath CGVPath::GetFullPathNameA(char const* directory) {
     char saved[MAX_PATH + 1] = "";
-    bool moved = false;
-    // Only move when we can come back: a current directory that the volume map
-    // cannot name would otherwise stay changed for good.
-    if (directory != nullptr && Fits(::GetCurrentDirectoryA(MAX_PATH, saved), MAX_PATH))
-        moved = ::SetCurrentDirectoryA(directory) != 0;
+    bool restore = false;
+    if (directory != nullptr) {
+        // A current directory that cannot be read (none, or too long for the
+        // buffer) is not restored afterwards: the given one stays current.
+        restore = Fits(::GetCurrentDirectoryA(MAX_PATH, saved), MAX_PATH);
+        ::SetCurrentDirectoryA(directory);
+    }
     char full[MAX_PATH + 1] = "";
     DWORD length = ::GetFullPathNameA(*this, MAX_PATH, full, nullptr);
-    if (moved)
+    if (restore)
         ::SetCurrentDirectoryA(saved);
     // A name longer than the buffer answers the size it needs: no name either.
     return Fits(length, MAX_PATH) ? CGVPath(full) : CGVPath(*this);

@@ -110,6 +110,17 @@ TEST_F(CGVPathVolume, FullPathNameAgainstADirectory) {
     }
 }
 
+TEST_F(CGVPathVolume, FullPathNameMovesEvenWhenTheCurrentDirectoryCannotBeRead) {
+    const std::filesystem::path host = std::filesystem::current_path();
+    gvplatform::UnmapDrive('C');  // the host's directory has no drive letter left
+    char current[MAX_PATH] = "";
+    ASSERT_EQ(0u, GetCurrentDirectoryA(MAX_PATH, current));
+    EXPECT_EQ("L:\\dir\\sub\\f.txt", Text(CGVPath("sub\\f.txt").GetFullPathNameA("L:\\dir")));
+    // Nothing was read, so nothing is restored: the given directory stays current.
+    EXPECT_EQ(std::filesystem::path(Host("long/dir")), std::filesystem::current_path());
+    std::filesystem::current_path(host);
+}
+
 // Files by short names when both exist, else as text; volumes and directories without case; no volume first.
 TEST_F(CGVPathVolume, ComparisonsOfFilesVolumesAndDirectories) {
     CGVPath drive("C:\\x");
