@@ -59,5 +59,8 @@ uint16_t CGVDate::mWeekOf() {
     const uint16_t before = static_cast<uint16_t>(year - 1);
     const int firstBefore = MondayFirst(WeekdayOf(before, false));
     const int lastBefore = MondayFirst(WeekdayOf(before, true));
-    return firstBefore <= 4 && lastBefore >= 4 ? 53 : 52;
+    // A 1 January that cannot be built (weekday 0, here -1) is no weekday at all.
+    const bool mondayToThursday = firstBefore >= 1 && firstBefore <= 4;
+    const bool thursdayToSunday = lastBefore >= 4 && lastBefore <= 7;
+    return mondayToThursday && thursdayToSunday ? 53 : 52;
 }
