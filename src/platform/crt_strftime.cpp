@@ -9,9 +9,12 @@ namespace gvplatform::detail {
 
 namespace {
 
+// "C.UTF-8" (what setlocale(LC_ALL, "") gives under many containers' LANG)
+// formats times exactly as "C" does, so it takes the same rewrite.
 bool TimeLocaleIsC() {
     const char* name = std::setlocale(LC_TIME, nullptr);
-    return name == nullptr || std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0;
+    return name == nullptr || std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0 ||
+           std::strncmp(name, "C.", 2) == 0;
 }
 
 // Rewrites every %c into the original's "C" form; every other conversion is
