@@ -6,6 +6,7 @@
 #include <typeinfo>
 
 #include "array/sort_state.h"
+#include "gvlib/platform/afxexcept.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ CGVStringArray::CGVStringArray(CGVStringArray const& other) : CGVArray(0, 16) {
     m_elementSize = -1;
 }
 
-CGVStringArray::~CGVStringArray() { CGVStringArray::mInit(0, 16); }
+CGVStringArray::~CGVStringArray() { FreeStrings(); }
 
 CGVObject* CGVStringArray::mCopy() const { return nullptr; }
 
@@ -41,6 +42,16 @@ CGVObject* CGVStringArray::mNew() const { return CGVArray::mNew(); }
 void CGVStringArray::mClear() { mInit(0, 16); }
 
 void CGVStringArray::mInit(int32_t, int16_t) {
+    // An archive may announce more items than it held strings; walking the items
+    // then reaches a slot beyond the pointer array, which raises. The array is
+    // emptied first, so it stays usable (and its destructor has nothing left).
+    const bool slotsMissing = m_itemCount > m_strings.GetSize();
+    FreeStrings();
+    if (slotsMissing)
+        AfxThrowInvalidArgException();
+}
+
+void CGVStringArray::FreeStrings() {
     // Every slot owns its string, also those past the item count: an archive may
     // hold more strings than items, and the array is destroyed with all of them.
     for (INT_PTR i = 0; i < m_strings.GetSize(); ++i)
@@ -121,6 +132,10 @@ CGVString& CGVStringArray::operator[](int32_t index) {
 }
 
 void CGVStringArray::operator=(CGVStringArray& other) {
+    if (!IsPlain()) {
+        AssignThroughVirtuals(other);
+        return;
+    }
     // Every copy is made before the old strings go, so running out of memory
     // leaves this array as it was. Assigning an array to itself empties it.
     CGVStringArray copies;
@@ -131,6 +146,15 @@ void CGVStringArray::operator=(CGVStringArray& other) {
     mInit(0, 16);
     m_strings.Swap(copies.m_strings);
     std::swap(m_itemCount, copies.m_itemCount);
+    m_elementSize = -1;
+}
+
+// A derived array is cleared and filled through its own mInit and mAdd, as the
+// original did for every array; empty slots are dropped on the way.
+void CGVStringArray::AssignThroughVirtuals(CGVStringArray& other) {
+    mInit(0, 16);
+    for (int32_t i = 0; i < other.m_itemCount; ++i)
+        mAdd(other.m_strings.GetAt(i));
     m_elementSize = -1;
 }
 

@@ -51,10 +51,14 @@ void CGVStringArray::Serialize(std::istream& is) {
     if (n <= 0)
         return;
     // Count times a string is read and added, as the original did: a read that
-    // fails adds an empty string. The strings announced must fit the budget first;
-    // they are appended only once all are read, so an exception (strict loading's
-    // short body, the memory exception) leaves the array as it was.
+    // fails adds an empty string. The strings announced must fit the budget first.
     gvplatform::detail::ChargeInput(static_cast<uint64_t>(n), gvlib::detail::kStringItemCost);
+    if (!IsPlain()) {
+        ReadThroughAdd(is, n);
+        return;
+    }
+    // A plain array gets its strings only once all are read, so an exception
+    // (strict loading's short body, the memory exception) leaves it as it was.
     std::vector<std::unique_ptr<CGVString>> read;
     read.reserve(static_cast<size_t>(std::min(n, int32_t{1} << 16)));  // a damaged count grows as it reads
     CGVString working;
@@ -81,6 +85,16 @@ void CGVStringArray::Serialize(std::istream& is) {
     for (size_t i = 0; i < read.size(); ++i)
         m_strings.SetAt(base + static_cast<INT_PTR>(i), read[i].release());
     m_itemCount += n;
+}
+
+// A derived array sees every string it is given through its own mAdd, one by
+// one as they are read.
+void CGVStringArray::ReadThroughAdd(std::istream& is, int32_t count) {
+    CGVString working;
+    for (int32_t i = 0; i < count; ++i) {
+        is >> working;
+        mAdd(&working);
+    }
 }
 
 void CGVStringArray::Serialize(CArchive& ar) {

@@ -160,7 +160,13 @@ TEST(CGVArray, CopiesKeepTheWholeBlock) {
     EXPECT_EQ(nullptr, CGVArray(empty).mItemPtr(0));
     CGVArray b(4, 16), c(8, 16);  // ordered by the size of one step only
     EXPECT_EQ((Ints{0, 0, 1, 1, 0}), (Ints{a < b, a > b, a < c, c > b, a.mCompare(&c)}));
-    EXPECT_THROW(a = static_cast<CGVObject const&>(c), char const*);
+    EXPECT_THROW(a = static_cast<CGVObject const&>(c), char*);  // a plain character pointer
+    try {
+        a = static_cast<CGVObject const&>(c);
+        ADD_FAILURE() << "nothing thrown";
+    } catch (void* text) {  // or any pointer
+        EXPECT_STREQ("unsupported conversion", static_cast<char*>(text));
+    }
 }
 
 TEST(CGVArray, ArchiveRoundTripIsByteExact) {

@@ -35,7 +35,41 @@ void AddAll(CGVStringArray& a, std::vector<const char*> const& texts) {
     }
 }
 
+// Records what reaches its own mInit and mAdd, and adds upper-case copies.
+struct Shouting : CGVStringArray {
+    std::string calls;
+    void mInit(int32_t size, int16_t step) override {
+        calls += 'I';
+        CGVStringArray::mInit(size, step);
+    }
+    void mAdd(void const* item) override {
+        calls += 'A';
+        if (item == nullptr)
+            return;
+        CGVString loud(*static_cast<CGVString const*>(item));
+        loud.MakeUpper();
+        CGVStringArray::mAdd(&loud);
+    }
+};
+
 }  // namespace
+
+TEST(CGVStringArray, DerivedArraysAreFilledThroughTheirOwnAdd) {
+    Shouting read;
+    std::istringstream in("U2 T1 a T2 bc ");  // the body after the tag
+    read.Serialize(in);
+    EXPECT_EQ((Texts{"A", "BC"}), Items(read));
+    CGVStringArray source;
+    AddAll(source, {"x", "y"});
+    source.mInsertItem(1);  // an empty slot: mAdd sees a null and drops it
+    Shouting assigned;
+    AddAll(assigned, {"old"});
+    assigned.calls.clear();
+    static_cast<CGVStringArray&>(assigned) = source;
+    EXPECT_EQ("IAAA", assigned.calls);
+    EXPECT_EQ((Texts{"X", "Y"}), Items(assigned));
+    EXPECT_EQ("AA", read.calls);
+}
 
 TEST(CGVStringArray, AddingInsertingAndIndexing) {
     CGVStringArray a;
@@ -125,6 +159,10 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
         gvtest::Load(gvtest::Header(4, 16, 0, 0), back);
         EXPECT_EQ(0, back.mGetNumItems());
     }
+    EXPECT_EQ(64, back.mSize());  // an older layout's element size is kept until the array is stored
+    const std::vector<BYTE> stored = gvtest::Stored(back);
+    EXPECT_EQ(gvtest::Header(-1, 16, 0, 0), std::vector<BYTE>(stored.begin(), stored.begin() + 14));
+    EXPECT_EQ(-16, back.mSize());
 
     AddAll(a, {"a b", ""});
     std::ostringstream os, none;
@@ -144,6 +182,14 @@ TEST(CGVStringArray, ArchiveTextAndBufferForms) {
     bigText << big;
     EXPECT_EQ(80020u, bigText.str().size());
     EXPECT_EQ("T40000 y", bigText.str().substr(40012, 8));
+    std::vector<BYTE> shortOfStrings = gvtest::Header(-1, 16, 16, 3);  // three items, two strings
+    gvtest::Put32(shortOfStrings, 2);
+    shortOfStrings.insert(shortOfStrings.end(), {1, 'a', 1, 'b'});
+    CGVStringArray damaged;
+    gvtest::Load(shortOfStrings, damaged);
+    EXPECT_EQ(3, damaged.mGetNumItems());
+    EXPECT_THROW(damaged.mClear(), CInvalidArgException);  // the third item has no slot
+    EXPECT_EQ(0, damaged.mGetNumItems());  // emptied all the same
     std::istringstream is(" XU4 T1 q T2 \n\n");  // count times a string, read or not
     std::unique_ptr<CGVObject> made(CGVObject::mNew(is));
     ASSERT_NE(nullptr, dynamic_cast<CGVStringArray*>(made.get()));

@@ -84,6 +84,12 @@ private:
     CGVString* TextAt(int32_t index) const { return m_strings.GetAt(index); }
     static void SwapSlots(uint32_t i, uint32_t j);
     static int32_t CompareSlots(uint32_t i, uint32_t j);
+    /// Deletes every string and slot; the item count becomes 0. Never raises.
+    void FreeStrings();
+    /// operator= for a derived class: its own mInit, then its own mAdd per slot.
+    void AssignThroughVirtuals(CGVStringArray& other);
+    /// Reads `count` strings of the text form into a derived array through mAdd.
+    void ReadThroughAdd(std::istream& is, int32_t count);
     void LoadStringLayout(CArchive& ar, int32_t count);
     void LoadRecordLayout(CArchive& ar, int32_t elementSize, int32_t slots, int32_t count);
     /// Moves the strings read behind the existing slots; the item count becomes `count`.
