@@ -28,8 +28,9 @@ void CGVObject::operator delete(void* block, std::size_t size) noexcept {
 }
 
 CGVObject& CGVObject::operator=(CGVObject const&) {
-    // Hosts catch this as a plain character pointer.
-    throw "unsupported conversion";
+    // A non-const pointer, as the original compiler threw a literal: handlers for
+    // char*, char const*, void* and void const* all catch it.
+    throw const_cast<char*>("unsupported conversion");
 }
 
 int32_t CGVObject::mCompare(CGVObject const*) const { return 0; }

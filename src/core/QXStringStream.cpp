@@ -26,8 +26,8 @@ int32_t TQXStringStreamBuf::mWrittenLength() {
 char* TQXStringStreamBuf::mWrittenData() { return m_writeBlock; }
 
 TQXStringStreamBuf::int_type TQXStringStreamBuf::overflow(int_type c) {
-    if (traits_type::eq_int_type(c, traits_type::eof()))
-        return 0;  // nothing to store; the block stays as it is
+    // Every call grows and stores, end-of-file included (it lands as 0xFF): the
+    // standard operations never pass it, and a direct caller sees the original's answer.
     int32_t used = mWrittenLength();
     // The usable size is a 32-bit count; refuse to grow past it rather than wrap.
     if (m_writeCapacity > INT32_MAX - kWriteStep)

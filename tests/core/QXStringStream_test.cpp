@@ -13,6 +13,7 @@ namespace {
 class ProbedBuf : public TQXStringStreamBuf {
 public:
     std::ptrdiff_t BlockSize() { return mWrittenData() ? epptr() - mWrittenData() + 1 : 0; }
+    using TQXStringStreamBuf::overflow;
 };
 
 TQXStringStreamBuf& BufOf(TQXStringStream& s) { return *static_cast<TQXStringStreamBuf*>(s.rdbuf()); }
@@ -33,6 +34,9 @@ TEST(TQXStringStream, BlockGrowsInStepsOf10000) {
     os.put('!');  // the 10001st character
     EXPECT_EQ(std::make_tuple(10001, 10001, 20001), std::make_tuple(first, full, buf.BlockSize()));
     EXPECT_EQ('x' + text + '!', Written(buf));
+    ProbedBuf direct;  // a direct call with end-of-file grows and stores it like any character
+    EXPECT_EQ(0, direct.overflow(std::char_traits<char>::eof()));
+    EXPECT_EQ(std::make_tuple(10001, std::string(1, '\xFF')), std::make_tuple(direct.BlockSize(), Written(direct)));
 }
 
 TEST(TQXStringStream, WritesExactlyAndSyncRewinds) {
