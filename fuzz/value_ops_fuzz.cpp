@@ -159,6 +159,12 @@ void CheckMirror(State const& s) {
         Fail("the buffer holds what was put into it");
 }
 
+// An append goes on from a length mRollBack set, even one far past the block,
+// and grows the block to hold it: gigabytes by design, so not fuzzed here.
+bool Appendable(State const& s) {
+    return s.buf.mGetLength() < 65536;
+}
+
 void BufferStep(State& s, Reader& in, uint8_t op) {
     // While locked, a step that needs a bigger block changes nothing; the mirror
     // does not model that and is trusted again after the next fresh content.
@@ -180,7 +186,7 @@ void BufferStep(State& s, Reader& in, uint8_t op) {
     }
     case 1: {
         std::string t = in.Bytes();
-        if (s.buf.mGetLength() < 65536) {
+        if (Appendable(s)) {
             s.buf.mConcat(t.data(), static_cast<int32_t>(t.size()));
             s.mirror += t;
         }
@@ -196,6 +202,8 @@ void BufferStep(State& s, Reader& in, uint8_t op) {
     }
     case 3: {
         int32_t n = in.Number() & 0x3FF;
+        if (!Appendable(s))
+            break;
         char* p = s.buf.mLockBuffer(n);
         if (p != nullptr) {
             uint8_t k = in.Byte();
@@ -208,7 +216,8 @@ void BufferStep(State& s, Reader& in, uint8_t op) {
     }
     case 4:
         // Locked and left locked: the block must stay where it is.
-        if (s.buf.mLockBuffer(in.Byte()) != nullptr && s.buf.mLockBuffer(1) != nullptr)
+        if (Appendable(s) && s.buf.mLockBuffer(in.Byte()) != nullptr &&
+            s.buf.mLockBuffer(1) != nullptr)
             Fail("a locked buffer refuses a second lock");
         break;
     case 5:

@@ -124,7 +124,7 @@ void CGVBuffer::mConcat(char const* p, int32_t n) {
         n = static_cast<int32_t>(std::strlen(p));
     if (n <= 0 || p == nullptr)
         return;
-    m_length = ContentLength();  // a length set by mRollBack appends inside the block
+    KeepLengthForAppending();
     int64_t need = int64_t{m_length} + n;
     if (need >= INT32_MAX)
         AfxThrowMemoryException();
@@ -160,6 +160,14 @@ void CGVBuffer::mClearBuffer() {
         m_data[0] = 0;
 }
 
+// Appending goes on from a length mRollBack set, also one past the block: the
+// block grows to hold it, and the bytes between the old block and that length
+// are zeros. Only a negative length cannot be appended to; it starts at 0.
+void CGVBuffer::KeepLengthForAppending() {
+    if (m_length < 0)
+        m_length = 0;
+}
+
 void CGVBuffer::mRollBack(int32_t n) {
     // Any length, as the original set it; the members that read the content keep
     // to ContentLength(), so a length outside the block reads nothing outside it.
@@ -171,7 +179,7 @@ char* CGVBuffer::mLockBuffer(int32_t n) {
         return nullptr;
     if (n < 0)
         n = 0;
-    m_length = ContentLength();  // the write address must lie inside the block
+    KeepLengthForAppending();
     int64_t need = int64_t{m_length} + n;
     if (need >= INT32_MAX)
         AfxThrowMemoryException();

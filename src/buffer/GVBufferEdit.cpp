@@ -134,7 +134,7 @@ int32_t CGVBuffer::mReadFromFile(CFile& file) {
 int32_t CGVBuffer::ReadChunks(CFile& file) {
     char chunk[512];
     int32_t sum = 0;
-    m_length = ContentLength();
+    KeepLengthForAppending();
     for (;;) {
         UINT got = file.Read(chunk, sizeof chunk);
         if (got == 0)
@@ -146,12 +146,15 @@ int32_t CGVBuffer::ReadChunks(CFile& file) {
     }
     if (sum >= m_capacity)
         mReserve(sum + 1);
-    // The terminator is counted in the length; the block keeps one more byte of
-    // room so that the text view's own terminator stays inside it.
-    mReserve(m_length + 1);
+    // The terminator is counted in the length. Content inside the block keeps one
+    // more byte of room, so that the text view's own terminator stays inside it;
+    // a length mRollBack set past the block only counts it.
+    const bool inside = m_length < m_capacity;
+    if (inside)
+        mReserve(m_length + 1);
     if (sum < m_capacity)
         m_data[sum] = 0;
-    if (HasRoomFor(int64_t{m_length} + 1))
+    if (inside ? HasRoomFor(int64_t{m_length} + 1) : m_length < INT32_MAX)
         ++m_length;
     return sum;
 }

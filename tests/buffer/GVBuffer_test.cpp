@@ -116,7 +116,7 @@ TEST(CGVBuffer, RolledBackLengthsStayInsideTheBlock) {
         EXPECT_THROW(r.mReadFromFile(bad), CMemoryException);
         EXPECT_EQ(length, r.mGetLength());
         EXPECT_EQ(0, r.mReadFromFile(empty));
-        EXPECT_EQ(std::clamp(length, 0, 127) + 1, r.mGetLength());  // the terminator after the content
+        EXPECT_EQ(std::max(length, 0) + 1, r.mGetLength());  // the terminator counted, past the block too
         Fill(b, "abcdef");
         b.mRollBack(length);
         EXPECT_EQ(std::make_tuple(std::clamp(length, 0, 127), length <= 0 ? 1 : 0, true),
@@ -139,6 +139,34 @@ TEST(CGVBuffer, RolledBackLengthsStayInsideTheBlock) {
         b.mUnlock(4);
         EXPECT_LE(b.ContentLength(), b.mGetLength());
     }
+}
+
+// Appending goes on from the length mRollBack set, past the block too: the
+// block grows to hold it and the bytes it never held read as zeros.
+TEST(CGVBuffer, AppendsFollowALengthRolledPastTheBlock) {
+    CGVBuffer b;
+    Fill(b, "abcdef");
+    b.mRollBack(1000);
+    b.mConcat("xy", 2);
+    EXPECT_EQ(1002, b.mGetLength());
+    EXPECT_EQ(std::string("abcdef") + std::string(994, '\0') + "xy", std::string(b, 1002));
+    b.mRollBack(1500);
+    char* at = b.mLockBuffer(4);
+    ASSERT_NE(nullptr, at);
+    std::memcpy(at, "ijkl", 4);
+    b.mUnlock(4);
+    EXPECT_EQ(std::make_tuple(1504, std::ptrdiff_t{1500}),
+              std::make_tuple(b.mGetLength(), at - static_cast<char const*>(b)));
+    EXPECT_EQ("ijkl", std::string(static_cast<char const*>(b) + 1500, 4));
+    CGVBuffer full;
+    full.mRollBack(INT32_MAX);
+    CMemFile nothing;
+    EXPECT_EQ(0, full.mReadFromFile(nothing));
+    EXPECT_EQ(INT32_MAX, full.mGetLength());  // no room to count a terminator: the length stays
+    CGVBuffer empty;
+    empty.mRollBack(-3);  // a negative length appends from the start
+    empty.mConcat("q", 1);
+    EXPECT_EQ(1, empty.mGetLength());
 }
 
 TEST(CGVBuffer, ReplaceAll) {

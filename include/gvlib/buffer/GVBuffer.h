@@ -91,6 +91,8 @@ private:
     /// used by the assignment and the deserializations, which ignore the lock.
     void ReplaceBlockFor(int32_t n);
     bool HasRoomFor(int64_t n) const { return n + 1 <= m_capacity; }
+    /// Makes a negative length 0 before an append; any other length stays.
+    void KeepLengthForAppending();
     void InstallBlock(char* block, int32_t capacity);
     int32_t ReplaceShrinking(char const* find, int32_t f, char const* repl, int32_t r);
     int32_t ReplaceGrowing(char const* find, int32_t f, char const* repl, int32_t r);
