@@ -28,9 +28,11 @@
 #include "gvlib/buffer/RZMemFile.h"
 #include "gvlib/core/GVLong.h"
 #include "gvlib/core/GVObject.h"
-#include "gvlib/core/GVObjectVisitor.h"
 #include "gvlib/core/QXStringStream.h"
 #include "gvlib/datetime/GVDate.h"
 #include "gvlib/datetime/GVMoney.h"
 #include "gvlib/path/GVPath.h"
 #include "gvlib/string/GVString.h"
+
+// CGVObjectVisitor is only declared here: hosts define it themselves, as they
+// did for the original, or include "gvlib/core/GVObjectVisitor.h" for ours.

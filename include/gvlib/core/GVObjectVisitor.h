@@ -1,4 +1,6 @@
 // CGVObjectVisitor: the host's double-dispatch target for CGVObject::mVisit.
+// Hosts ported from the original define this class themselves, so no other public
+// header includes this one; a host without its own definition includes it.
 #pragma once
 
 #include <cstdint>
