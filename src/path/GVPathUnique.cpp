@@ -21,6 +21,14 @@ constexpr uint32_t kLongSchemeFrom = 130;
 // The counter stops below this.
 constexpr int kLastNumber = 99999999;
 
+// The largest number with as many decimal digits as n: 9 for 1 to 9, 99 for 10 to 99.
+int LastNumberOfItsLength(int n) {
+    int last = 9;
+    while (last < n)
+        last = last * 10 + 9;
+    return last;
+}
+
 constexpr char kDefaultNumberedPattern[] = "%s (%d)";
 
 // The host's current directory as the kernel names it; empty when it has no name.
@@ -300,9 +308,13 @@ int CGVPath::PrivateMakeUniqueShortName(char const* directory, CGVStringArray co
         candidate = Join(folder, Finish(CGVPath(base + number), CGVString(), legalURL));
         candidate.SetExtension(extension);
         // The extension can swallow the number (a base holding a full stop on a
-        // volume of 13 to 129 characters): every later try would be this one.
-        if (candidate.Compare(previous) == 0)
-            break;
+        // volume of 13 to 129 characters). The base stays as it is until the
+        // number gains a digit, so every try up to then would be this one: go on
+        // from the next digit length, where a further cut may drop that stop.
+        if (candidate.Compare(previous) == 0) {
+            n = LastNumberOfItsLength(n);
+            continue;
+        }
         if (isFree(candidate, CGVPath(candidate).GetName())) {
             *this = candidate;
             return 1;

@@ -45,6 +45,9 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
     // M: (components of 64) numbers short with long names: every try at a.b.txt is a.txt.
     gvplatform::MapDrive('M', Host("long"), Options(gvplatform::kDriveFixed, 64));
     Touch("long/dir/a.b.txt"), Touch("long/dir/a.txt");
+    // T: (components of 20, a base of 16): one to nine are swallowed by the extension, ten cuts the stop off.
+    gvplatform::MapDrive('T', Host("long"), Options(gvplatform::kDriveFixed, 20));
+    Touch("long/dir/abcdefghijklmn.p.txt"), Touch("long/dir/abcdefghijklmn.txt");
     const char *L = "L:\\dir", *S = "S:\\dir";
     struct Row {
         const char *name, *directory, *expected;
@@ -71,6 +74,7 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
         {"report.txt", ".", "report1.txt"}, {"", L, "", 0}, {"x.txt", "", "x.txt", 0},
         {"x.txt", "L:\\dir\\report.txt", "x.txt", 0}, {"x.txt", "S:\\dir\\report.txt", "x.txt", 0},
         {"M:\\dir\\a.b.txt", nullptr, "", 0},  // as when the numbers run out
+        {"abcdefghijklmn.p.txt", "T:\\dir", "abcdefghijklmn10.txt"},
         {"report.txt", L, "Copy of report.txt", 1, "Copy of %s"},
         {"report.txt", L, "report (3).txt", 1, ""},  // an empty first pattern is skipped
         {"report.txt", L, "report (3).txt", 1, "report"},  // a first pattern that names a file that exists
