@@ -13,6 +13,11 @@ using gvpath::detail::IsDelimiter;
 
 namespace {
 
+// Whether p points into the text of s (a tail taken from the path itself).
+bool Inside(CGVString const& s, char const* p) {
+    return p >= s.GetString() && p <= s.GetString() + s.GetLength();
+}
+
 // Index of the first backslash or slash at or after `start`, or -1.
 int FindAnyDelimiter(CGVString const& text, int start) {
     for (int i = start, n = text.GetLength(); i < n; ++i) {
@@ -48,6 +53,13 @@ CGVPath CGVPath::GetExtension() {
 }
 
 void CGVPath::AppendExtension(char const* extension) {
+    // An extension taken from this path's own text is read before the "." lands
+    // after it (and before the append may move the block).
+    if (extension != nullptr && Inside(*this, extension)) {
+        const CGVString own(extension);
+        AppendExtension(own.GetString());
+        return;
+    }
     CGVString::operator+=(FILE_TYPE_DELIMITER);
     if (extension != nullptr)
         CGVString::operator+=(extension);
@@ -104,11 +116,6 @@ CGVPath CGVPath::GetParentDirectory() {
 // ---- Joining ----------------------------------------------------------------------------
 
 namespace {
-
-// Whether p points into the text of s (a tail taken from the path itself).
-bool Inside(CGVString const& s, char const* p) {
-    return p >= s.GetString() && p <= s.GetString() + s.GetLength();
-}
 
 // The common join (the path's own delimiter, no white space trimmed) is done
 // in place: trailing delimiters cut, leading ones of the tail skipped, and the

@@ -56,6 +56,9 @@ TEST(CGVPathComponents, EditsAndJoints) {
         {[](CGVPath& p) { p.AppendExtension(""); }, {{"a", "a."}}},
         {[](CGVPath& p) { p.AppendExtension(nullptr); }, {{"a", "a."}}},
         {[](CGVPath& p) { p.AppendExtension(".txt"); }, {{"a", "a..txt"}}},
+        // The path's own text as the extension: the text as it was before the ".".
+        {[](CGVPath& p) { p.AppendExtension(p.GetString()); }, {{"aaa", "aaa.aaa"}, {"report", "report.report"}}},
+        {[](CGVPath& p) { p.AppendExtension(p.GetString() + 1); }, {{"abc", "abc.bc"}}},
         {[](CGVPath& p) { p.SetExtension("txt"); }, {{"a.b.c", "a.b.txt"}, {"dir.x\\name", "dir.x\\name.txt"}}},
         {[](CGVPath& p) { p.SetExtension(""); }, {{"a.b.c", "a.b.c"}}},
         {[](CGVPath& p) { p.SetExtension(static_cast<char const*>(nullptr)); }, {{"a.b.c", "a.b.c"}}},
