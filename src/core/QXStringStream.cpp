@@ -62,6 +62,8 @@ int TQXStringStreamBuf::sync() {
 }
 
 void TQXStringStreamBuf::mSetReadData(void const* p, unsigned n) {
+    if (p == nullptr && n != 0)
+        AfxThrowInvalidArgException();  // nothing to copy from; the old copy stays
     char* copy = nullptr;
     if (n != 0) {
         copy = static_cast<char*>(gvplatform::detail::MemAlloc(n));

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "gvlib/core/QXStringStream.h"
+#include "gvlib/platform/afxexcept.h"
 
 namespace {
 
@@ -63,6 +64,10 @@ TEST(TQXStringStream, ReadsAPrivateCopyThatSyncRewinds) {
     s.rdbuf()->pubsync();
     s >> second;  // was "cd": a failed read would leave it so
     EXPECT_EQ("ab", second);
+    // Bytes announced without a source: refused, and the copy read so far stays.
+    EXPECT_THROW(BufOf(s).mSetReadData(nullptr, 3), CInvalidArgException);
+    s >> second;
+    EXPECT_EQ("cd", second);
     BufOf(s).mSetReadData(nullptr, 0);
     EXPECT_FALSE(s.get(c));
 }
