@@ -54,8 +54,9 @@ void CGVDate::mConvertFromOleVariant(COleVariant const& variant) {
     mSetSecond(st.wSecond);
 }
 
-// The original passed the raw time value where a date is expected; a host
-// reading the variant as a date sees those bits, which is kept as it was.
+// The original passed the raw time value with the date's type code to the
+// 32-bit constructor, which does not take that code: the host gets a VT_I4
+// holding the time value.
 void CGVDate::mConvertToOleVariant(COleVariant* variant) const {
     if (variant == nullptr)
         return;

@@ -101,13 +101,26 @@ COleVariant::COleVariant(short nSrc, VARTYPE vtSrc) {
         iVal = nSrc;
 }
 
+// Like the 16-bit constructor, only the codes meant for a 32-bit integer are kept;
+// any other code (a date, say) gives a plain VT_I4 holding the value.
 COleVariant::COleVariant(LONG lSrc, VARTYPE vtSrc) {
     VariantInit(this);
-    vt = vtSrc;
-    if (vtSrc == VT_BOOL)
+    switch (vtSrc) {
+    case VT_BOOL:
+        vt = VT_BOOL;
         boolVal = lSrc ? VARIANT_TRUE : VARIANT_FALSE;
-    else
-        lVal = lSrc;  // other codes keep the 32 bits as given, the rest of the data zero
+        return;
+    case VT_ERROR:
+    case VT_UI4:
+    case VT_INT:
+    case VT_UINT:
+        vt = vtSrc;
+        break;
+    default:
+        vt = VT_I4;
+        break;
+    }
+    lVal = lSrc;  // the rest of the data stays zero
 }
 
 COleVariant::COleVariant(float fltSrc) {

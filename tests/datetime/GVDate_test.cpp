@@ -146,8 +146,11 @@ TEST_P(DateTest, VariantsAndTextReadApplyFieldsThroughTheSetters) {
     EXPECT_EQ(0xFFFFFFFFu, d.mGetDateAsLong());
     COleVariant out;
     CGVDate jan(2024, 1, 1);
-    jan.mConvertToOleVariant(&out);  // the raw time value under the date's type
-    EXPECT_EQ((std::vector<LONG>{VT_DATE, static_cast<LONG>(jan.mGetDateAsLong())}), (std::vector<LONG>{out.vt, out.lVal}));
+    jan.mConvertToOleVariant(&out);  // the raw time value; the 32-bit constructor makes it VT_I4
+    EXPECT_EQ((std::vector<LONG>{VT_I4, static_cast<LONG>(jan.mGetDateAsLong())}), (std::vector<LONG>{out.vt, out.lVal}));
+    CGVDate same(jan);
+    same.mConvertFromOleVariant(out);  // not a date variant: nothing changes
+    EXPECT_EQ(jan.mGetDateAsLong(), same.mGetDateAsLong());
     std::istringstream wide("W70000 1 1 0 0 0 "), timeAlone("W1899 12 30 6 30 0 ");
     Probe probe(2020, 5, 5), t(2020, 5, 5);
     wide >> probe, timeAlone >> t;

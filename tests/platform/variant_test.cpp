@@ -68,9 +68,11 @@ TEST(OleVariant, ScalarConstructorsSetTypeAndValue) {
     v.Attach(handed);
     EXPECT_TRUE(handed.vt == VT_EMPTY && v.vt == VT_UI8 && v.ullVal == 5u);
     EXPECT_EQ(VARIANT_TRUE, COleVariant(int32_t{5}, VT_BOOL).boolVal);
-    // Any other code keeps the 32 bits as given in the low half of the data.
+    // The 32-bit codes stay; any other becomes VT_I4, the value in the low half of the data.
+    for (VARTYPE code : {VT_ERROR, VT_UI4, VT_INT, VT_UINT})
+        EXPECT_EQ(code, COleVariant(int32_t{-2}, code).vt);
     COleVariant date(int32_t{0x12345678}, VT_DATE);
-    EXPECT_EQ(VT_DATE, date.vt);
+    EXPECT_EQ(VT_I4, date.vt);
     EXPECT_EQ(0x12345678LL, date.llVal);
 }
 

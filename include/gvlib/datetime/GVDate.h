@@ -102,7 +102,8 @@ public:
     void mConvertFromDBVariant(CDBVariant const& variant) override;
     /// VT_DATE only: split by VariantTimeToSystemTime, applied through the setters.
     void mConvertFromOleVariant(COleVariant const& variant) override;
-    /// A VT_DATE variant built from the raw 32-bit time value, as the original did.
+    /// The raw 32-bit time value through the variant's (long, VT_DATE) constructor,
+    /// which, as the framework's does, gives VT_I4 for a code it does not take.
     void mConvertToOleVariant(COleVariant* variant) const override;
     /// "W", then year, month, day, hour, minute, second each followed by a space.
     void Serialize(std::ostream& os) override;

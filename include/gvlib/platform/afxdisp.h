@@ -24,8 +24,8 @@ public:
     COleVariant(const CString& strSrc);
     COleVariant(BYTE nSrc);
     COleVariant(short nSrc, VARTYPE vtSrc = VT_I2);
-    /// vtSrc is normally VT_I4, VT_ERROR, VT_BOOL or VT_UI4; with any other code the
-    /// value fills the low 32 bits of the variant's data, the rest stays zero.
+    /// vtSrc is VT_I4, VT_ERROR, VT_BOOL, VT_UI4, VT_INT or VT_UINT; any other code
+    /// gives VT_I4. The value fills the low 32 bits of the data, the rest stays zero.
     COleVariant(LONG lSrc, VARTYPE vtSrc = VT_I4);
     COleVariant(float fltSrc);
     COleVariant(double dblSrc, VARTYPE vtSrc = VT_R8);
