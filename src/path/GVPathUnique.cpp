@@ -66,6 +66,77 @@ CGVPath FillPattern(CGVString const& pattern, CGVString const& base, int const* 
     return CGVPath(out.c_str());
 }
 
+// The conversion letters of a pattern in order, "%%" skipped, and whether any
+// carries flags, a width or a precision. False for a '*', a length modifier or
+// a conversion cut off by the end: such a pattern is never formatted.
+bool ReadConversions(char const* p, std::string& letters, bool& decorated) {
+    for (; *p != '\0'; ++p) {
+        if (*p != '%')
+            continue;
+        if (*++p == '%')
+            continue;
+        char const* start = p;
+        while (*p != '\0' && std::strchr("-+ #0", *p) != nullptr)
+            ++p;
+        while (*p >= '0' && *p <= '9')
+            ++p;
+        if (*p == '.')
+            for (++p; *p >= '0' && *p <= '9'; ++p) {
+            }
+        if (*p == '\0' || *p == '*' || std::strchr("hlLIqjzt", *p) != nullptr)
+            return false;
+        decorated = decorated || p != start;
+        letters += *p;
+    }
+    return true;
+}
+
+bool IsIntegerConversion(char c) {
+    return c != '\0' && std::strchr("diuoxX", c) != nullptr;
+}
+
+// A string-table pattern. Plain "%s" and "%d" are filled in by FillPattern,
+// which gives what the formatter would. A pattern whose conversions carry
+// flags, a width or a precision ("%s_%03d") is formatted, but only when its
+// conversions are exactly the arguments passed, in the order they are passed
+// (the number first when the first "%d" stands before the first "%s"); any
+// other pattern is filled in as a plain one, so that no conversion can read an
+// argument that is not there.
+class Pattern {
+public:
+    Pattern(CGVString const& text, bool numbered) : text_(text) {
+        const int d = text.Find("%d"), s = text.Find("%s");
+        numberFirst_ = numbered && d >= 0 && s >= 0 && d < s;
+        std::string letters;
+        bool decorated = false;
+        if (!ReadConversions(text.GetString(), letters, decorated) || !decorated)
+            return;
+        if (!numbered)
+            formatted_ = letters == "s";
+        else if (letters.size() == 2)
+            formatted_ = numberFirst_ ? IsIntegerConversion(letters[0]) && letters[1] == 's'
+                                      : letters[0] == 's' && IsIntegerConversion(letters[1]);
+    }
+
+    CGVPath Fill(CGVString const& base, int const* number) const {
+        if (!formatted_)
+            return FillPattern(text_, base, number);
+        CString out;
+        if (number == nullptr)
+            out.Format(text_.GetString(), base.GetString());
+        else if (numberFirst_)
+            out.Format(text_.GetString(), *number, base.GetString());
+        else
+            out.Format(text_.GetString(), base.GetString(), *number);
+        return CGVPath(out.GetString());
+    }
+
+private:
+    CGVString text_;
+    bool numberFirst_ = false;
+    bool formatted_ = false;
+};
+
 // A filled-in name with the extension, when there is one, made a legal URL
 // name when asked.
 CGVPath Finish(CGVPath name, CGVString const& extension, int legalURL) {
@@ -245,7 +316,8 @@ int CGVPath::PrivateMakeUniqueLongName(char const* directory, int firstPatternId
 
     CString pattern;
     if (firstPatternId != 0 && pattern.LoadString(static_cast<UINT>(firstPatternId)) && !pattern.IsEmpty()) {
-        name = Finish(FillPattern(CGVString(pattern.GetString()), base, nullptr), extension, legalURL);
+        const Pattern first(CGVString(pattern.GetString()), false);
+        name = Finish(first.Fill(base, nullptr), extension, legalURL);
         candidate = Join(folder, name);
         if (isFree(candidate, name)) {
             *this = candidate;
@@ -253,13 +325,14 @@ int CGVPath::PrivateMakeUniqueLongName(char const* directory, int firstPatternId
         }
     }
     // Filling by conversion rather than by position makes the order of "%s" and
-    // "%d" in the pattern take care of itself.
+    // "%d" in a plain pattern take care of itself.
     CGVString numbered = kDefaultNumberedPattern;
     if (numberedPatternId != 0 && pattern.LoadString(static_cast<UINT>(numberedPatternId)))
         numbered = pattern.GetString();
+    const Pattern numbering(numbered, true);
     CGVPath previous;
     for (int n = 2; n < kLastNumber; ++n) {
-        name = Finish(FillPattern(numbered, base, &n), extension, legalURL);
+        name = Finish(numbering.Fill(base, &n), extension, legalURL);
         candidate = Join(folder, name);
         // A pattern without "%d" gives one candidate over and over: give up at once.
         if (candidate.Compare(previous) == 0)

@@ -81,6 +81,10 @@ TEST_F(CGVPathUnique, MakeUniqueAndIsUnique) {
         {"report.txt", L, "2 - report.txt", 1, {}, "%d - %s"},  // the number first
         {"report.txt", L, "report_2.txt", 1, {}, "%s_%d"}, {"report.txt", L, "report (2.txt", 1, {}, "%s (%d"},
         {"report.txt", L, "%n%xreport%s2%d%%5d%.txt", 1, {}, "%n%x%s%s%d%d%%%5d%"},  // one %s, one %d
+        // Widths and precisions are formatted when the conversions are the arguments, in their order.
+        {"report.txt", L, "report_002.txt", 1, {}, "%s_%03d"}, {"report.txt", L, "rep (2).txt", 1, {}, "%.3s (%d)"},
+        {"report.txt", L, "Copy of rep.txt", 1, "Copy of %.3s"},
+        {"report.txt", L, "%04d-report.txt", 1, {}, "%04d-%s"},  // no "%d": the base first, which does not fit
         // No %d: the one candidate is taken, give up.
         {"report.txt", L, "report.txt", 0, {}, "report"}, {"report.txt", L, "report.txt", 0, {}, "%s"},
         {"report.txt", L, "report (3).txt", 1, {}, ""},  // an empty entry reads as none: the default
